@@ -1,0 +1,1 @@
+#include "classify/Classify_Pemlo01.h"

@@ -1,0 +1,1 @@
+#include "classify/RefineLayers.h"

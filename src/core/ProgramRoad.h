@@ -1,0 +1,48 @@
+// The road of one sounding from its file to its results, as the screens walk it:
+// the reader, the conversion to the graph units, the cleaning of the readings and the
+// classification pipeline. The command line runs it in one call; the screens run its
+// steps one by one as the user moves on.
+#pragma once
+
+#include <string>
+
+#include "core/Declarations.h"
+#include "input/Module_FileData.h"
+
+namespace pemlo {
+
+// The conversion that confirming the project information runs for English or SI
+// readings: to the graph units where they differ; nothing for millivolt readings.
+void ConvertToGraphUnits(Declarations& d);
+
+// The conversion that confirming the cone factors runs for millivolt readings:
+// MilliVoltsToSI for SI graphs, MilliVoltsToEnglish otherwise.
+void ConvertMilliVolts(Declarations& d, float& TipFactor, float& SleeveFactor);
+
+struct RoadOptions {
+    std::string path;
+    Integer dataUnits = DataEnglish;  // as on the open-file screen at start
+    Integer graphUnits = -1;          // -1: follow the data units as the screen does
+    Integer titleLines = 10;
+    float tipFactor = 50.0f;
+    float sleeveFactor = 0.5f;
+};
+
+enum class RoadStatus { Done, ReadFailed, RunTimeFailed };
+
+struct RoadResult {
+    RoadStatus status = RoadStatus::Done;
+    ReadReport read;            // the reader's report
+    int errorNumber = 0;        // for RunTimeFailed
+    std::string errorMessage;   // "Run-time error '9': Subscript out of range"
+    std::string step;           // where it happened: "reading", "conversion", "cleaning",
+                                // "grid", "averaging", "interval ratio", "classification"
+};
+
+// Runs the whole road into d (which it resets first). Never throws RunTimeError.
+RoadResult RunRoad(const RoadOptions& options, Declarations& d);
+
+// The graph units the open-file screen selects for given data units.
+Integer DefaultGraphUnits(Integer dataUnits);
+
+}  // namespace pemlo

@@ -1,0 +1,1 @@
+#include "input/Module_Units.h"

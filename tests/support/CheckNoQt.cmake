@@ -1,0 +1,18 @@
+# Fails when a file of the Qt-free core (the files its folders add to pemlo_core,
+# with their headers) includes a Qt header.
+file(READ ${CORE_FILES} files)
+set(offenders "")
+foreach(f ${files})
+  file(STRINGS ${f} hits REGEX "#include *<Q")
+  if(hits)
+    list(APPEND offenders ${f})
+  endif()
+endforeach()
+list(LENGTH files count)
+if(count LESS 5)
+  message(FATAL_ERROR "the core's file list is missing or short: ${files}")
+endif()
+if(offenders)
+  message(FATAL_ERROR "Qt headers in the core: ${offenders}")
+endif()
+message(STATUS "${count} core files, none includes Qt")
