@@ -1,0 +1,64 @@
+// The screen registry: one instance of each screen at a time, created on first use
+// (which runs its load step), closed by unloading it and emptying its reference,
+// hidden and revealed without losing its values. The program ends when no screen is
+// loaded any more, or at once on Exit.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <array>
+#include <functional>
+
+namespace pemlo {
+
+enum class ScreenId {
+    Frm_Splash,
+    Frm_OpenFile,
+    Frm_ViewFile,
+    Frm_Titles,
+    Frm_ConeFactors,
+    Frm_CPTData,
+    Frm_Pemlo01,
+    Frm_UandV,
+    Frm_About,
+    Frm_HelpInfo,
+};
+constexpr int ScreenCount = 10;
+
+QString ScreenName(ScreenId id);  // "Frm_OpenFile"
+
+class Screens : public QObject {
+    Q_OBJECT
+public:
+    static Screens& Instance();
+
+    // How each screen is built; its constructor is its load step. Registered once at start.
+    using Factory = std::function<QWidget*()>;
+    void Register(ScreenId id, Factory factory);
+
+    // The screen, built (and loaded) if its reference is empty. A run-time error of
+    // the load step propagates to the caller after the half-built screen is removed.
+    QWidget* Get(ScreenId id);
+    template <class T> T* GetAs(ScreenId id) { return static_cast<T*>(Get(id)); }
+
+    bool IsLoaded(ScreenId id) const;
+    void Show(ScreenId id);        // not modal; brings it to the front
+    void ShowModal(ScreenId id);   // waits until the screen is gone
+    void Hide(ScreenId id);
+    void Reveal(ScreenId id);
+    void Close(ScreenId id);       // unload and empty the reference (nothing if not loaded)
+
+    // Ends the program at once: every screen disappears without its own closing steps.
+    void EndProgram();
+    bool HasEnded() const;
+
+    // Back to program start (tests): every screen unloaded, nothing ended.
+    void Reset();
+
+signals:
+    void ProgramEnded();
+};
+
+}  // namespace pemlo

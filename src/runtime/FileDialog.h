@@ -1,0 +1,15 @@
+// The file-open dialog: Qt's own dialog (so tests can drive it) with a filter given
+// in the "Description|pattern|Description|pattern" form, the file must exist, and
+// cancelling raises error 32755 "Cancel was selected." for the caller to trap.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace pemlo {
+
+// Returns the chosen file's full path.
+QString ShowOpenFileDialog(QWidget* parent, const QString& filter);
+
+}  // namespace pemlo
