@@ -7,6 +7,7 @@
 
 #include "core/Declarations.h"
 #include "runtime/FileChannels.h"
+#include "runtime/RunTimeError.h"
 
 namespace pemlo {
 
@@ -25,14 +26,21 @@ enum class ReadOutcome {
 };
 
 // Why a failed read failed, for the command line's message.
-enum class ReadFailure { None, TooManyColumns, TooManyReadings, NotANumber, PastEndOfFile, OutOfRange, Other };
+enum class ReadFailure {
+    None, TooManyColumns, TooManyReadings, NotANumber, PastEndOfFile, OutOfRange, Other,
+    EndsInTitleLines,  // the file has no data line after its title lines
+    LineTooLong,       // the first data line is too long to count its columns
+};
 
 struct ReadReport {
     ReadOutcome outcome = ReadOutcome::Loaded;
     ReadFailure failure = ReadFailure::None;
     int errorNumber = 0;      // the run-time error that led to the failure path
     long long line = 0;       // 1-based line of the file where it happened
-    std::string lineText;     // that line's text
+    std::string lineText;     // that line's text (Windows-1252 bytes, at most 200)
+    int columns = 0;          // NumColumns the reader worked with
+    int titleLines = 0;       // NumTitleLines the reader worked with
+    int readings = 0;         // readings stored (all of them on Loaded, so far on Failed)
     std::string Describe() const;  // one sentence for people: what and where
 };
 
@@ -44,5 +52,10 @@ ReadReport ReadConeData(Declarations& d, FileChannels& files);
 // Counter then reader, as "Load Data File" runs them: NumColumns = CountColumns().
 // A run-time error of the counter propagates (the caller ends silently on it).
 ReadReport LoadDataFile(Declarations& d, FileChannels& files);
+
+// The report for a run-time error that the column counter raised, for callers that
+// want to tell the user why (the desktop program ends silently instead). Reads, but
+// does not close, the channel the counter left open.
+ReadReport ReportCountError(const RunTimeError& error, const Declarations& d, FileChannels& files);
 
 }  // namespace pemlo

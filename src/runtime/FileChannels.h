@@ -5,6 +5,7 @@
 // operating-system handle is ever held between calls.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -46,9 +47,20 @@ public:
     // The text of the line the read position is on, without its line end.
     std::string CurrentLineText() const;
 
+    // Byte offset of the read position, and where the field that InputNumber last
+    // looked at began (after the skipped blanks), so that a reader can say where
+    // a reading or a bad value stands.
+    std::size_t Position() const noexcept { return pos_; }
+    std::size_t FieldStart() const noexcept { return fieldStart_; }
+    long long LineNumberAt(std::size_t pos) const noexcept;
+    std::string LineTextAt(std::size_t pos) const;
+
 private:
+    void SkipBlanksAndLineBreaks() noexcept;
+
     std::string bytes_;
     std::size_t pos_ = 0;
+    std::size_t fieldStart_ = 0;
 };
 
 class FileChannels {
@@ -75,5 +87,12 @@ public:
 private:
     std::map<Integer, std::unique_ptr<TextChannel>> open_;
 };
+
+// The desktop program's one channel table, shared by its screens. The command line
+// and the tests make tables of their own.
+FileChannels& ProgramChannels();
+
+// Windows-1252 bytes as UTF-8 text, for showing a file's text to people.
+std::string Windows1252ToUtf8(const std::string& bytes);
 
 }  // namespace pemlo
