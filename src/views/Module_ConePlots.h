@@ -1,0 +1,20 @@
+// The three interval cone plots of the classification results view: mean tip
+// resistance, mean sleeve friction and sleeve-to-tip ratio of every depth interval,
+// each against depth.
+#pragma once
+
+#include "core/Declarations.h"
+#include "views/ChartSurface.h"
+
+namespace pemlo {
+
+// Which quantity a cone plot shows.
+enum ConePlotIndex : Integer { ConeTip = 0, ConeSleeve = 1, ConeRatio = 2 };
+
+// Fills `chart` with the interval quantity `index` (0 tip, 1 sleeve, 2 ratio) of the
+// record. Runs under its own trap: the first failing operation ends the plot
+// silently and the chart keeps what was set before. Any other index gets the plot
+// settings and fonts only. Leaves PlotIndex at NumPoints after a complete plot.
+void ConePlot(Declarations& d, Integer& index, ChartSurface& chart);
+
+}  // namespace pemlo
