@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QVariantMap>
 #include <QWidget>
 #include <array>
 #include <functional>
@@ -57,8 +58,40 @@ public:
     // Back to program start (tests): every screen unloaded, nothing ended.
     void Reset();
 
+    // A screen's private values: they outlive its controls when the user closes it
+    // with the frame's close box, and are dropped when the program closes it (which
+    // empties its reference). Screens read them in their constructors.
+    QVariantMap& PrivateValues(ScreenId id);
+
+    // Whether ending the program also leaves the application's event loop. The
+    // desktop program turns this on; tests leave it off and read HasEnded().
+    void SetEndsApplication(bool ends);
+
 signals:
     void ProgramEnded();
+    // The screen was unloaded (by the program, by its close box or by the end).
+    void ScreenUnloaded(pemlo::ScreenId id);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    Screens();
+    static int Index(ScreenId id) { return static_cast<int>(id); }
+    // Unloads the screen now; its widget goes at the next turn of the event loop, so
+    // a screen may close itself from one of its own handlers.
+    void Unload(ScreenId id);
+    // The program ends when no screen is loaded once the running handler is done:
+    // a handler may close one screen and then show another.
+    void ScheduleEndCheck();
+    void EndIfNoneLoaded();
+
+    std::array<Factory, ScreenCount> factories_{};
+    std::array<QPointer<QWidget>, ScreenCount> loaded_{};
+    std::array<QVariantMap, ScreenCount> privates_{};
+    bool ended_ = false;
+    bool endsApplication_ = false;
+    bool endCheckPending_ = false;
 };
 
 }  // namespace pemlo

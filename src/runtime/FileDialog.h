@@ -4,12 +4,16 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QWidget;
 
 namespace pemlo {
 
-// Returns the chosen file's full path.
+// The dialog's name filters for a "Description|pattern|..." filter, one per pair.
+QStringList NameFiltersOf(const QString& filter);
+
+// Returns the chosen file's full path. The dialog's objectName is "ComDialogOpen".
 QString ShowOpenFileDialog(QWidget* parent, const QString& filter);
 
 }  // namespace pemlo

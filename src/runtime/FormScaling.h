@@ -3,6 +3,7 @@
 // its smallest window size. 15 twips make one logical pixel at the design scale.
 #pragma once
 
+#include <QRect>
 #include <QString>
 #include <QWidget>
 #include <vector>
@@ -40,8 +41,15 @@ public:
     // Sets the window's size as a fraction of the available screen.
     void SizeToScreen(double widthFraction, double heightFraction);
 
+    // A bar (the toolbar) across the top at its natural height; the design area,
+    // and everything placed on it, starts below it.
+    void SetTopBar(QWidget* bar);
+
+    // Current size of the window over its design size; fonts follow the smaller.
     double ScaleX() const;
     double ScaleY() const;
+    // A design rectangle in the window's current pixels (relative to the control's parent).
+    QRect ToPixels(const TwipsRect& rect) const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -54,11 +62,15 @@ private:
         double designPointSize;
     };
     void Rescale();
+    int TopOffset() const;
 
     int designWidth_;
     int designHeight_;
     std::vector<Placed> placed_;
     std::vector<TwipsLine> lines_;
+    QWidget* topBar_ = nullptr;
+    double minimumWidthTwips_ = 0.0;
+    double minimumHeightTwips_ = 0.0;
 };
 
 }  // namespace pemlo

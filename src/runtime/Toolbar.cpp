@@ -1,0 +1,53 @@
+#include "runtime/Toolbar.h"
+
+#include <QMenu>
+#include <QToolButton>
+
+#include "runtime/RunTimeErrorReport.h"
+
+namespace pemlo {
+
+namespace {
+
+QMenu* BuildDropDown(QToolButton* button, const std::vector<ToolMenuEntry>& entries)
+{
+    auto* menu = new QMenu(button);
+    for (const ToolMenuEntry& entry : entries) {
+        // The entries are shown but raise nothing: only the button itself acts.
+        QAction* action = menu->addAction(entry.caption);
+        action->setObjectName(entry.key);
+    }
+    return menu;
+}
+
+}  // namespace
+
+QToolBar* BuildToolbar(QWidget* parent, const std::vector<ToolButtonSpec>& buttons,
+                       std::function<void(const QString& key)> onClick)
+{
+    auto* bar = new QToolBar(parent);
+    bar->setObjectName(QStringLiteral("Toolbar1"));
+    bar->setMovable(false);
+    bar->setFloatable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    for (const ToolButtonSpec& spec : buttons) {
+        auto* button = new QToolButton(bar);
+        button->setObjectName(spec.key);
+        button->setText(spec.caption);
+        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        button->setAutoRaise(false);
+        if (!spec.tooltip.isEmpty()) {
+            button->setToolTip(spec.tooltip);
+        }
+        if (!spec.menu.empty()) {
+            button->setMenu(BuildDropDown(button, spec.menu));
+            button->setPopupMode(QToolButton::MenuButtonPopup);
+        }
+        const QString key = spec.key;
+        QObject::connect(button, &QToolButton::clicked, bar, [onClick, key] { Untrapped([&] { onClick(key); }); });
+        bar->addWidget(button);
+    }
+    return bar;
+}
+
+}  // namespace pemlo
