@@ -1,0 +1,27 @@
+// Compares a computed value with a figure as engineers print it: the value rounded to
+// as many decimals as the figure shows must read the same.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+namespace pemlo::testing {
+
+inline std::string AtDecimalsOf(double value, const std::string& printed)
+{
+    const auto dot = printed.find('.');
+    const int decimals = dot == std::string::npos ? 0 : static_cast<int>(printed.size() - dot - 1);
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    std::string result = text;
+    if (result.rfind("-0", 0) == 0 && result.find_first_not_of("-0.") == std::string::npos)
+        result.erase(0, 1);  // -0.00 prints as 0.00
+    return result;
+}
+
+#define EXPECT_PRINTS_AS(value, printed) \
+    EXPECT_EQ(::pemlo::testing::AtDecimalsOf((value), (printed)), (printed)) << #value
+
+}  // namespace pemlo::testing
