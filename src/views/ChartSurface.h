@@ -38,6 +38,11 @@ public:
     // The tool windows stored with the chart ("Toolbar", "Data Editor", "Series Legend",
     // "Legend", "Menu") and which of them show.
     void SetToolWindows(const std::vector<QString>& stored, const std::vector<QString>& shown);
+    // Colours of the series that the screen never colours itself (0x00BBGGRR, by series).
+    void SetDesignSeriesColors(const std::vector<ColorRef>& colours);
+    // The chart's size on its screen in logical pixels; PaintTo draws the chart as it
+    // stands at this size, whether the screen is visible or not.
+    void SetScreenSize(int widthPx, int heightPx);
 
     // --- Operations the screens call ---
     void BeginData(Integer kind, Integer seriesCount, Integer pointCount);
@@ -81,16 +86,63 @@ public:
         QString title;
         Integer fontSize = 0;
     };
+    // Every series with data or settings; the data block is the first seriesCount of them.
     const std::vector<Series>& SeriesList() const;
+    Integer SeriesCount() const { return seriesCount_; }
+    Integer PointCount() const { return pointCount_; }
+    bool HasXValues() const { return hasXValues_; }
     const Axis& AxisOf(Integer axis) const;
     QString Title(Integer position) const;
     std::optional<ColorRef> TitleColor(Integer position) const;
     Integer PlotSetting(char which) const;   // 'A'..'D'
     bool IsOpen(Integer kind) const;
     int RefreshCount() const;                // how often Refresh ran
+    bool AxesExchanged() const { return axesExchanged_; }
+    const std::vector<QString>& StoredToolWindows() const { return toolsStored_; }
+    const std::vector<QString>& ShownToolWindows() const { return toolsShown_; }
+    bool ShowsTool(const QString& name) const;
+    // The series' colour as drawn: its own, else the design colour, else (series 0)
+    // the caption's colour, else a fixed palette.
+    ColorRef DrawnSeriesColor(Integer series) const;
+    bool PrintOptionA() const { return printLegend_; }
+    std::int32_t PrintOptionB() const { return printLegendPlace_; }
+    Integer PrintOptionC() const { return printLegendHeight_; }
+    int ScreenWidth() const { return screenWidth_; }
+    int ScreenHeight() const { return screenHeight_; }
+    // Grows with every change; the widget redraws a chart whose revision it has not drawn.
+    unsigned Revision() const { return revision_; }
 
 signals:
     void Changed();  // Refresh ran: the widget redraws
+
+private:
+    Series& SeriesAt(Integer series);          // a settings slot, grown on demand
+    void CheckPoint(Integer series, Integer point) const;
+    Axis& AxisAt(Integer axis);
+    void Touch() { ++revision_; }
+
+    std::vector<Series> series_;
+    Integer seriesCount_ = 0;                  // the data block opened by BeginData
+    Integer pointCount_ = 0;
+    bool valuesOpen_ = false;
+    bool xValuesOpen_ = false;
+    bool hasXValues_ = false;                  // without x positions points stand at 1, 2, ...
+    Axis axes_[3];
+    static constexpr int CaptionPositions = 4;  // positions 0..3; the screens use 2
+    QString captions_[CaptionPositions];
+    std::optional<ColorRef> captionColours_[CaptionPositions];
+    Integer settings_[4] = {0, 0, 0, 0};
+    bool printLegend_ = false;
+    std::int32_t printLegendPlace_ = 0;
+    Integer printLegendHeight_ = 0;
+    bool axesExchanged_ = false;
+    std::vector<QString> toolsStored_;
+    std::vector<QString> toolsShown_;
+    std::vector<ColorRef> designColours_;
+    int screenWidth_ = 0;
+    int screenHeight_ = 0;
+    int refreshCount_ = 0;
+    unsigned revision_ = 0;
 };
 
 }  // namespace pemlo

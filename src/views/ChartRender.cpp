@@ -1,0 +1,303 @@
+// Drawing of the chart model with Qt Charts. Depth is always vertical: the value
+// axis in the cone charts, the x axis where the chart's axes are exchanged.
+#include "views/ChartRender.h"
+
+#include <QAreaSeries>
+#include <QChart>
+#include <QFontMetricsF>
+#include <QGraphicsScene>
+#include <QLegend>
+#include <QLineSeries>
+#include <QPainter>
+#include <QValueAxis>
+#include <algorithm>
+#include <cmath>
+
+namespace pemlo {
+
+namespace {
+
+constexpr int DefaultLabelPoints = 8;
+constexpr int CaptionPoints = 10;
+constexpr int AxisTitlePoints = 9;
+constexpr double RightRoom = 14.0;   // half a label beyond the last tick
+constexpr int DefaultWidth = 270;    // a chart never shown and never sized
+constexpr int DefaultHeight = 455;
+
+QColor FromColorRef(ColorRef c)
+{
+    return QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF);
+}
+
+QFont Arial(int points, bool bold = false)
+{
+    QFont f(QStringLiteral("Arial"));
+    f.setPointSize(points);
+    f.setBold(bold);
+    return f;
+}
+
+// The coordinate of point p on `axis`: values on ValueAxis; x positions on XAxis,
+// or 1, 2, ... while the chart has none.
+double Coordinate(const ChartSurface& s, const ChartSurface::Series& series, Integer axis, size_t p)
+{
+    if (axis == ValueAxis) return series.values[p];
+    return s.HasXValues() ? series.xs[p] : static_cast<double>(p + 1);
+}
+
+bool Stacked(const ChartSurface& s)
+{
+    const auto& list = s.SeriesList();
+    return s.SeriesCount() > 0 && list[0].style == 1;
+}
+
+// A tick step of 1, 2 or 5 times a power of ten giving about `wanted` ticks.
+double NiceStep(double span, int wanted)
+{
+    const double raw = span / std::max(1, wanted);
+    const double power = std::pow(10.0, std::floor(std::log10(raw)));
+    for (double m : {1.0, 2.0, 5.0, 10.0})
+        if (m * power >= raw) return m * power;
+    return 10.0 * power;
+}
+
+}  // namespace
+
+DrawnRange RangeOf(const ChartSurface& s, Integer axis)
+{
+    double lo = 0.0, hi = 0.0;
+    bool any = false;
+    const bool stack = Stacked(s) && axis == ValueAxis;
+    for (size_t p = 0; p < static_cast<size_t>(s.PointCount()); ++p) {
+        double sum = 0.0;
+        for (Integer k = 0; k < s.SeriesCount(); ++k) {
+            double v = Coordinate(s, s.SeriesList()[k], axis, p);
+            if (stack) v = (sum += v);
+            if (!std::isfinite(v)) continue;
+            lo = any ? std::min(lo, v) : v;
+            hi = any ? std::max(hi, v) : v;
+            any = true;
+        }
+    }
+    if (!any) { lo = 0.0; hi = 10.0; }
+    const ChartSurface::Axis& a = s.AxisOf(axis);
+    DrawnRange r;
+    if (a.min && a.max) {
+        r.low = std::min(*a.min, *a.max);
+        r.high = std::max(*a.min, *a.max);
+        r.reversed = *a.min > *a.max;
+    } else if (a.min || a.max) {
+        // One end set: the other covers the data on its side of it.
+        const double set = a.min ? *a.min : *a.max;
+        const double other = a.min ? (hi > set ? hi : lo) : (lo < set ? lo : hi);
+        r.low = std::min(set, other);
+        r.high = std::max(set, other);
+        r.reversed = a.min ? *a.min > other : other > *a.max;
+    } else {
+        r.low = lo;
+        r.high = hi;
+        if (r.high > r.low) {
+            const double step = NiceStep(r.high - r.low, 5);
+            r.low = std::floor(r.low / step) * step;
+            r.high = std::ceil(r.high / step) * step;
+        }
+    }
+    if (!(r.high > r.low)) {
+        const double pad = r.low == 0.0 ? 1.0 : std::abs(r.low) * 0.1;
+        r.low -= pad;
+        r.high += pad;
+    }
+    return r;
+}
+
+namespace {
+
+QValueAxis* MakeAxis(const ChartSurface& s, Integer axis, double lengthPx)
+{
+    auto* a = new QValueAxis;
+    const DrawnRange r = RangeOf(s, axis);
+    a->setRange(r.low, r.high);
+    a->setReverse(r.reversed);
+    const double step = NiceStep(r.high - r.low, std::clamp(static_cast<int>(lengthPx / 45.0), 2, 12));
+    a->setTickType(QValueAxis::TicksDynamic);
+    a->setTickAnchor(std::ceil(r.low / step) * step);
+    a->setTickInterval(step);
+    a->setLabelFormat(QStringLiteral("%.6g"));
+    const ChartSurface::Axis& model = s.AxisOf(axis);
+    a->setLabelsFont(Arial(model.fontSize > 0 ? model.fontSize : DefaultLabelPoints));
+    a->setTitleText(model.title);
+    a->setTitleVisible(!model.title.isEmpty());
+    a->setTitleFont(Arial(AxisTitlePoints, true));
+    a->setGridLineColor(QColor(220, 220, 220));
+    a->setLinePenColor(Qt::black);
+    a->setLabelsColor(Qt::black);
+    return a;
+}
+
+QPen SeriesPen(const ChartSurface& s, Integer k)
+{
+    QPen pen(FromColorRef(s.DrawnSeriesColor(k)));
+    pen.setWidthF(std::max<Integer>(1, s.PlotSetting('D')));
+    pen.setCapStyle(Qt::RoundCap);
+    pen.setJoinStyle(Qt::RoundJoin);
+    return pen;
+}
+
+// Horizontal and vertical coordinate of a point: depth is the vertical one.
+QPointF Place(const ChartSurface& s, const ChartSurface::Series& series, size_t p, double value)
+{
+    const double x = Coordinate(s, series, XAxis, p);
+    return s.AxesExchanged() ? QPointF(value, x) : QPointF(x, value);
+}
+
+void AddLines(QChart& chart, const ChartSurface& s)
+{
+    const Integer marker = s.PlotSetting('C');
+    for (Integer k = 0; k < s.SeriesCount(); ++k) {
+        const auto& series = s.SeriesList()[k];
+        QList<QPointF> points;
+        points.reserve(static_cast<qsizetype>(series.values.size()));
+        for (size_t p = 0; p < series.values.size(); ++p) points.append(Place(s, series, p, series.values[p]));
+        auto* line = new QLineSeries;
+        line->setName(series.legend);
+        line->setPen(SeriesPen(s, k));
+        if (marker > 0) {
+            line->setPointsVisible(true);
+            line->setMarkerSize(marker);
+        }
+        line->replace(points);
+        chart.addSeries(line);
+    }
+}
+
+// Series of style 1 are shares of one whole: each fills the band between the sum of
+// the series before it and the sum including it.
+void AddStackedAreas(QChart& chart, const ChartSurface& s)
+{
+    const size_t n = static_cast<size_t>(s.PointCount());
+    std::vector<double> below(n, 0.0);
+    for (Integer k = 0; k < s.SeriesCount(); ++k) {
+        const auto& series = s.SeriesList()[k];
+        auto* lower = new QLineSeries;
+        auto* upper = new QLineSeries;
+        QList<QPointF> lo, up;
+        for (size_t p = 0; p < n; ++p) {
+            lo.append(Place(s, series, p, below[p]));
+            below[p] += series.values[p];
+            up.append(Place(s, series, p, below[p]));
+        }
+        lower->replace(lo);
+        upper->replace(up);
+        auto* area = new QAreaSeries(upper, lower);
+        area->setName(series.legend);
+        const QColor colour = FromColorRef(s.DrawnSeriesColor(k));
+        area->setBrush(colour);
+        area->setPen(QPen(colour.darker(130), 1));
+        chart.addSeries(area);
+    }
+}
+
+}  // namespace
+
+void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& options)
+{
+    chart.removeAllSeries();
+    for (QAbstractAxis* a : chart.axes()) {
+        chart.removeAxis(a);
+        delete a;
+    }
+    chart.setAnimationOptions(QChart::NoAnimation);
+    chart.setBackgroundRoundness(0);
+    chart.setBackgroundBrush(Qt::white);
+    chart.setDropShadowEnabled(false);
+    chart.setTitle(s.Title(2));
+    chart.setTitleFont(Arial(CaptionPoints, true));
+    chart.setTitleBrush(FromColorRef(s.TitleColor(2).value_or(0)));
+
+    if (Stacked(s)) AddStackedAreas(chart, s);
+    else AddLines(chart, s);
+
+    const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
+    const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
+    const Integer horizontal = s.AxesExchanged() ? ValueAxis : XAxis;
+    QValueAxis* h = MakeAxis(s, horizontal, size.width());
+    QValueAxis* v = MakeAxis(s, vertical, size.height());
+    chart.addAxis(h, Qt::AlignBottom);
+    chart.addAxis(v, Qt::AlignLeft);
+    for (QAbstractSeries* series : chart.series()) {
+        series->attachAxis(h);
+        series->attachAxis(v);
+    }
+
+    bool anyLegend = false;
+    for (Integer k = 0; k < s.SeriesCount(); ++k) anyLegend = anyLegend || !s.SeriesList()[k].legend.trimmed().isEmpty();
+    const bool onScreenLegend = s.ShowsTool(QStringLiteral("Series Legend")) || s.ShowsTool(QStringLiteral("Legend"));
+    QLegend* legend = chart.legend();
+    legend->setVisible(anyLegend && (options.printing ? s.PrintOptionA() || onScreenLegend : onScreenLegend));
+    legend->setFont(Arial(8));
+    LayoutChart(chart, s, options);
+}
+
+void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& options)
+{
+    const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
+    const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
+    const Integer horizontal = s.AxesExchanged() ? ValueAxis : XAxis;
+    auto labelHeight = [&](Integer axis) {
+        const Integer pts = s.AxisOf(axis).fontSize;
+        return QFontMetricsF(Arial(pts > 0 ? pts : DefaultLabelPoints)).height();
+    };
+    const double titleRoom = QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 4.0;
+
+    // The left room holds the depth labels: at least the chart's setting, more when
+    // the labels or the depth title need it, so that nothing is clipped.
+    const DrawnRange r = RangeOf(s, vertical);
+    const QFontMetricsF fmV(Arial(s.AxisOf(vertical).fontSize > 0 ? s.AxisOf(vertical).fontSize : DefaultLabelPoints));
+    const double labelsWidth = std::max(fmV.horizontalAdvance(QString::number(r.low, 'g', 6)),
+                                        fmV.horizontalAdvance(QString::number(r.high, 'g', 6))) + 12.0;
+    const double left = std::max<double>(s.PlotSetting('A'), labelsWidth + (s.AxisOf(vertical).title.isEmpty() ? 0 : titleRoom)) + 4.0;
+
+    const double caption = s.Title(2).isEmpty() ? 4.0 : QFontMetricsF(Arial(CaptionPoints, true)).height() + 8.0;
+    double top = caption + std::max<Integer>(0, s.PlotSetting('B')) + 4.0;
+    double bottom = labelHeight(horizontal) + 10.0 + (s.AxisOf(horizontal).title.isEmpty() ? 0 : titleRoom);
+
+    QLegend* legend = chart.legend();
+    if (legend->isVisible()) {
+        const double h = options.printing && s.PrintOptionC() > 0 ? s.PrintOptionC() : QFontMetricsF(legend->font()).height() + 10.0;
+        legend->detachFromChart();
+        legend->setBackgroundVisible(false);
+        const bool below = !options.printing || (s.PrintOptionB() & 256) != 0;
+        if (below) {
+            legend->setGeometry(QRectF(0, size.height() - h, size.width(), h));
+            bottom += h;
+        } else {
+            legend->setGeometry(QRectF(0, caption, size.width(), h));
+            top += h;
+        }
+    }
+    const QRectF plot(left, top, std::max(10.0, size.width() - left - RightRoom),
+                      std::max(10.0, size.height() - top - bottom));
+    chart.setPlotArea(plot);
+}
+
+void RenderChart(const ChartSurface& s, QPainter& painter, const QRectF& target, const ChartRenderOptions& options)
+{
+    if (target.width() <= 0 || target.height() <= 0) return;
+    // The chart's width on screen fixes the scale; its height follows the rectangle,
+    // so the drawing scales uniformly and nothing is stretched.
+    const double screenW = s.ScreenWidth() > 0 ? s.ScreenWidth() : DefaultWidth;
+    const QSizeF logical(screenW, screenW * target.height() / target.width());
+    QGraphicsScene scene;
+    auto* chart = new QChart;   // owned by the scene
+    scene.addItem(chart);
+    chart->setGeometry(QRectF(QPointF(0, 0), logical));
+    FillChart(*chart, s, options);
+    scene.setSceneRect(QRectF(QPointF(0, 0), logical));
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    scene.render(&painter, target, scene.sceneRect(), Qt::IgnoreAspectRatio);
+    painter.restore();
+}
+
+}  // namespace pemlo
