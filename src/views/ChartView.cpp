@@ -1,0 +1,121 @@
+// The on-screen chart: the same drawing as the printed one, inside a QChartView.
+#include "views/ChartView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QChart>
+#include <QChartView>
+#include <QClipboard>
+#include <QPainter>
+#include <QStyle>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <functional>
+
+#include "views/ChartRender.h"
+
+namespace pemlo {
+
+namespace {
+
+// The chart's plot area is laid out in pixels: every new size of the view lays it out
+// afresh, once the view itself has sized its chart.
+class PlotView : public QChartView {
+public:
+    using QChartView::QChartView;
+    std::function<void()> resized;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QChartView::resizeEvent(event);
+        if (resized) resized();
+    }
+};
+
+}  // namespace
+
+ChartView::ChartView(QWidget* parent)
+    : QWidget(parent), surface_(new ChartSurface(this)), view_(new PlotView(this)), chart_(new QChart),
+      tools_(new QToolBar(this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    tools_->setObjectName(QStringLiteral("ChartToolbar"));
+    tools_->setIconSize(QSize(14, 14));
+    tools_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    QFont small = tools_->font();
+    small.setPointSize(8);
+    tools_->setFont(small);
+    auto add = [this](const QString& text, const QString& tip, const QString& name, auto slot) {
+        QAction* a = tools_->addAction(text);
+        a->setToolTip(tip);
+        a->setObjectName(name);
+        connect(a, &QAction::triggered, this, slot);
+    };
+    add(QStringLiteral("+"), tr("Zoom in"), QStringLiteral("ZoomIn"), &ChartView::ZoomIn);
+    add(QStringLiteral("\u2212"), tr("Zoom out"), QStringLiteral("ZoomOut"), &ChartView::ZoomOut);
+    add(QStringLiteral("1:1"), tr("Whole chart"), QStringLiteral("ZoomReset"), &ChartView::ZoomReset);
+    add(tr("Copy"), tr("Copy the chart to the clipboard as a picture"), QStringLiteral("CopyChart"),
+        &ChartView::CopyToClipboard);
+    layout->addWidget(tools_);
+
+    chart_->setAnimationOptions(QChart::NoAnimation);
+    view_->setChart(chart_);   // the view owns the chart
+    view_->setRenderHint(QPainter::Antialiasing);
+    view_->setFrameShape(QFrame::NoFrame);
+    view_->setRubberBand(QChartView::RectangleRubberBand);
+    layout->addWidget(view_, 1);
+
+    static_cast<PlotView*>(view_)->resized = [this] { Relayout(); };
+    connect(surface_, &ChartSurface::Changed, this, &ChartView::Redraw);
+    UpdateTools();
+}
+
+void ChartView::UpdateTools() { tools_->setVisible(surface_->ShowsTool(QStringLiteral("Toolbar"))); }
+
+// Redraws from the model; a model changed since the last drawing (points written
+// without a refresh, as a failed plot leaves them) is drawn when the chart shows.
+void ChartView::Redraw()
+{
+    UpdateTools();
+    const QSize size = view_->size();
+    surface_->SetScreenSize(size.width(), size.height());
+    chart_->zoomReset();
+    FillChart(*chart_, *surface_, ChartRenderOptions{});
+    drawnRevision_ = surface_->Revision();
+}
+
+void ChartView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (drawnRevision_ != surface_->Revision()) Redraw();
+}
+
+void ChartView::Relayout()
+{
+    const QSize size = view_->size();
+    surface_->SetScreenSize(size.width(), size.height());
+    if (drawnRevision_ == surface_->Revision()) {
+        // Tick spacing depends on the axis length: the chart is filled again, the model is not touched.
+        FillChart(*chart_, *surface_, ChartRenderOptions{});
+    }
+}
+
+void ChartView::ZoomIn() { chart_->zoomIn(); }
+void ChartView::ZoomOut() { chart_->zoomOut(); }
+void ChartView::ZoomReset() { chart_->zoomReset(); }
+
+QImage ChartView::ChartImage() const
+{
+    if (drawnRevision_ != surface_->Revision()) const_cast<ChartView*>(this)->Redraw();
+    return view_->grab().toImage();
+}
+
+void ChartView::CopyToClipboard() const
+{
+    if (QClipboard* clipboard = QApplication::clipboard()) clipboard->setImage(ChartImage());
+}
+
+}  // namespace pemlo
