@@ -26,6 +26,8 @@ struct RoadOptions {
     Integer titleLines = 10;
     float tipFactor = 50.0f;
     float sleeveFactor = 0.5f;
+    bool classify = true;             // false: stop with the cleaned readings, as the
+                                      // CPT data screen holds them
 };
 
 enum class RoadStatus { Done, ReadFailed, RunTimeFailed };
@@ -33,6 +35,7 @@ enum class RoadStatus { Done, ReadFailed, RunTimeFailed };
 struct RoadResult {
     RoadStatus status = RoadStatus::Done;
     ReadReport read;            // the reader's report
+    bool counterFailed = false; // the column counter failed (read.errorNumber): no reading was tried
     int errorNumber = 0;        // for RunTimeFailed
     std::string errorMessage;   // "Run-time error '9': Subscript out of range"
     std::string step;           // where it happened: "reading", "conversion", "cleaning",
@@ -44,5 +47,11 @@ RoadResult RunRoad(const RoadOptions& options, Declarations& d);
 
 // The graph units the open-file screen selects for given data units.
 Integer DefaultGraphUnits(Integer dataUnits);
+
+// What went wrong on a road that did not end Done, in one or two sentences for
+// people: "Could not read data from file: ..." with what was found and where, or the
+// run-time error with the step it happened in. d is the record the road ran on.
+std::string DescribeRoadFailure(const RoadResult& result, const RoadOptions& options,
+                                const Declarations& d);
 
 }  // namespace pemlo
