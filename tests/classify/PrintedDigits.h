@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string>
 
-namespace pemlo::testing {
+namespace pemlo::printed {
 
 inline std::string AtDecimalsOf(double value, const std::string& printed)
 {
@@ -21,7 +21,7 @@ inline std::string AtDecimalsOf(double value, const std::string& printed)
     return result;
 }
 
-#define EXPECT_PRINTS_AS(value, printed) \
-    EXPECT_EQ(::pemlo::testing::AtDecimalsOf((value), (printed)), (printed)) << #value
+#define EXPECT_PRINTS_AS(value, figure) \
+    EXPECT_EQ(::pemlo::printed::AtDecimalsOf((value), (figure)), (figure)) << #value
 
-}  // namespace pemlo::testing
+}  // namespace pemlo::printed
