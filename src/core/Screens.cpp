@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QTimer>
 #include <stdexcept>
 
@@ -55,13 +56,21 @@ QWidget* Screens::Get(ScreenId id)
 
 bool Screens::IsLoaded(ScreenId id) const { return !loaded_.at(Index(id)).isNull(); }
 
-void Screens::Show(ScreenId id)
+namespace {
+
+void BringToFront(QWidget* screen)
 {
-    QWidget* screen = Get(id);
     screen->show();
-    screen->raise();
+    // The offscreen platform of the tests has no stacking order to change.
+    if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
+        screen->raise();
+    }
     screen->activateWindow();
 }
+
+}  // namespace
+
+void Screens::Show(ScreenId id) { BringToFront(Get(id)); }
 
 void Screens::ShowModal(ScreenId id)
 {
@@ -74,9 +83,7 @@ void Screens::ShowModal(ScreenId id)
         }
     });
     const auto ended = connect(this, &Screens::ProgramEnded, &loop, &QEventLoop::quit);
-    screen->show();
-    screen->raise();
-    screen->activateWindow();
+    BringToFront(screen);
     if (IsLoaded(id) && !ended_) {
         loop.exec(QEventLoop::DialogExec);
     }
