@@ -35,7 +35,7 @@ public:
     // then skips blanks and tabs and consumes at most one comma. The value is parsed
     // as a double and stored in single precision. A field that is not a number raises
     // error 13 "Type mismatch", one beyond single range error 6, the end of the file
-    // error 62.
+    // error 62; a value too small for single precision is stored as 0.
     float InputNumber();
 
     // End-of-file test of the reading loops: skips trailing blanks, tabs and line

@@ -130,8 +130,8 @@ TEST_F(ModuleFileDataTest, ReaderOutcomes)
         d_.NumLines = 77;
         d_.FileReadError = 1;  // neither outcome of a load: shows whether this one set it
         const ReadReport r = Load(c.text, c.titleLines);
-        EXPECT_EQ(r.outcome, c.outcome);
-        EXPECT_EQ(r.failure, c.failure);
+        EXPECT_EQ(r.outcome, c.outcome) << r.Describe();
+        EXPECT_EQ(r.failure, c.failure) << r.Describe();
         EXPECT_EQ(d_.NumLines, c.numLines);
         const Integer readError[] = {VbFalse, VbTrue, 1};  // Loaded, Failed, NeverEnds
         EXPECT_EQ(d_.FileReadError, readError[static_cast<int>(c.outcome)]);
@@ -170,6 +170,7 @@ TEST_F(ModuleFileDataTest, DescribeSaysWhatAndWhere)
         {TitleLines(10) + "1,2,3\r\n1,2,3\r\n12.5,abc,0.3\r\n", 10, "line 13: \"12.5,abc,0.3\" holds a value that is not a number"},
         {TitleLines(10) + "1,2,3,4,5,6,7\r\n", 10, "the first data line (line 11) has 7 columns; at most 5 can be read"},
         {TitleLines(10) + Readings(4001), 10, "more than 4000 readings; the 4001st begins on line 4011"},
+        {"1,2,3\r\n4,5\r\n", 0, "line 2: \"4,5\" begins a reading of 3 values, but the file ends before its last value"},
         {"12.5\r\n", 0, "the first data line (line 1) has 1 column; depth, tip resistance and sleeve friction need at least 3"},
         {"1,\t2\x80,3\r\n", 0, "line 1: \"1,\\t2\u20AC,3\" holds a value that is not a number"},
     };

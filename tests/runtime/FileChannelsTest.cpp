@@ -48,6 +48,7 @@ TEST(TextChannelInputNumber, ReadsValuesAndRejectsWhatIsNotANumber)
         {"largest single value", "3.4028234e38", {3.4028234e38f}, 0},
         {"underflow is zero, not an error", "1e-400,-1e-50", {0.0f, -0.0f}, 0},
         {"a trailing comma on a line", "1,\r\n2,", {1, 2}, 0},
+        {"blank lines after the last value", "1\r\n\r\n \t\r\n", {1}, 0},
         {"empty field between two commas", "1,,2", {1}, ErrTypeMismatch},
         {"empty field at a line start", "1\n,2", {1}, ErrTypeMismatch},
         {"text", "abc", {}, ErrTypeMismatch},
@@ -79,22 +80,6 @@ TEST(TextChannelInputNumber, ReadsValuesAndRejectsWhatIsNotANumber)
     }
 }
 
-TEST(TextChannelAtEndOfFile, BlankLinesAfterTheLastValueEndTheFile)
-{
-    const std::vector<std::pair<std::string, bool>> cases = {
-        {"1,2,3\r\n\r\n  \t\r\n", true},  // trailing blank lines
-        {"1,2,3", true},                  // no line end after the last value
-        {"1,2,3\r\n4", false},            // another value follows
-        {"1,2,3\r\n,", false},            // a stray comma is not the end
-    };
-    for (const auto& [text, atEnd] : cases) {
-        SCOPED_TRACE(text);
-        TextChannel ch(text);
-        for (int k = 0; k < 3; ++k) ch.InputNumber();
-        EXPECT_EQ(ch.AtEndOfFile(), atEnd);
-    }
-}
-
 TEST(TextChannelLineInput, LineEndsOfEveryKindAndTheEndOfTheFile)
 {
     const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
@@ -120,16 +105,6 @@ TEST(TextChannelInputChars, ReadsLineBreaksAndStopsAtTheEnd)
     EXPECT_EQ(ErrorOf([&] { ch.InputChars(3); }), ErrInputPastEndOfFile);
     EXPECT_EQ(ErrorOf([&] { ch.InputChars(-1); }), ErrInvalidProcedureCall);
     EXPECT_EQ(ch.InputChars(2), "cd");
-}
-
-TEST(TextChannelPosition, LineNumberAndTextOfAFailingField)
-{
-    TextChannel ch("t\r\n1,2\r3\n4,x,6\r\n");
-    ch.LineInput();
-    for (int k = 0; k < 4; ++k) ch.InputNumber();
-    EXPECT_EQ(ErrorOf([&] { ch.InputNumber(); }), ErrTypeMismatch);
-    EXPECT_EQ(ch.LineNumberAt(ch.FieldStart()), 4);
-    EXPECT_EQ(ch.LineTextAt(ch.FieldStart()), "4,x,6");
 }
 
 int OpenDescriptors()
@@ -193,11 +168,6 @@ TEST_F(FileChannelsTest, OpenChannelsHoldNoSystemHandle)
     EXPECT_EQ(OpenDescriptors(), before);
     fs::remove(path_);  // the text stays readable: it was read whole at open
     EXPECT_EQ(files_.Channel(20).LineInput(), "1,2,3");
-}
-
-TEST(Windows1252, HighBytesBecomeTheirCharacters)
-{
-    EXPECT_EQ(Windows1252ToUtf8("\x80 \xE9\xB0 \x81"), "\u20AC \u00E9\u00B0 \u0081");
 }
 
 }  // namespace
