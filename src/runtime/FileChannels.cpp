@@ -89,7 +89,8 @@ std::string ReadWholeFile(const std::string& path)
     namespace fs = std::filesystem;
     std::error_code ec;
     if (path.empty() || !fs::exists(path, ec)) Raise(ErrFileNotFound);
-    if (fs::is_directory(path, ec)) Raise(ErrPathFileAccess);
+    // Folders, devices and pipes are no data files; a pipe would wait forever.
+    if (!fs::is_regular_file(path, ec)) Raise(ErrPathFileAccess);
     std::ifstream in(path, std::ios::binary);
     if (!in) Raise(ErrPathFileAccess);
     std::string bytes;

@@ -152,6 +152,7 @@ TEST_F(FileChannelsTest, OpenErrors)
         {"missing file", 2, (dir_ / "none.txt").string(), ErrFileNotFound},
         {"empty name", 2, "", ErrFileNotFound},
         {"a folder", 2, dir_.string(), ErrPathFileAccess},
+        {"a device that never ends", 2, "/dev/zero", ErrPathFileAccess},
     };
     for (const auto& [fault, n, path, error] : cases) {
         SCOPED_TRACE(fault);
