@@ -1,0 +1,59 @@
+// Looking at drawn charts as a user would: where on the picture a colour stands.
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <optional>
+
+namespace pemlo::test {
+
+// Pixels near `colour` (each channel within `tolerance`).
+inline bool Near(QRgb pixel, QColor colour, int tolerance = 60)
+{
+    return std::abs(qRed(pixel) - colour.red()) <= tolerance && std::abs(qGreen(pixel) - colour.green()) <= tolerance &&
+           std::abs(qBlue(pixel) - colour.blue()) <= tolerance;
+}
+
+inline int CountNear(const QImage& image, QColor colour, int tolerance = 60)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) n += Near(image.pixel(x, y), colour, tolerance);
+    return n;
+}
+
+struct Extent {
+    int left = 0, right = 0, top = 0, bottom = 0;
+};
+
+// The box around every pixel of `colour`; nothing when there is none.
+inline std::optional<Extent> ExtentOf(const QImage& image, QColor colour)
+{
+    std::optional<Extent> e;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            if (!Near(image.pixel(x, y), colour)) continue;
+            if (!e) e = Extent{x, x, y, y};
+            e->left = std::min(e->left, x);
+            e->right = std::max(e->right, x);
+            e->top = std::min(e->top, y);
+            e->bottom = std::max(e->bottom, y);
+        }
+    return e;
+}
+
+// Mean row of the pixels of `colour` within columns [x0, x1).
+inline double MeanRow(const QImage& image, QColor colour, int x0, int x1)
+{
+    double sum = 0;
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = x0; x < x1; ++x)
+            if (Near(image.pixel(x, y), colour)) {
+                sum += y;
+                ++n;
+            }
+    return n > 0 ? sum / n : -1.0;
+}
+
+}  // namespace pemlo::test
