@@ -5,6 +5,7 @@
 // default printer; tests and the command line put a PDF printer in its place.
 #pragma once
 
+#include <QPrinter>
 #include <QString>
 #include <cstdint>
 #include <functional>
@@ -14,7 +15,6 @@
 #include "runtime/Arith.h"
 
 class QPaintDevice;
-class QPrinter;
 
 namespace pemlo {
 
