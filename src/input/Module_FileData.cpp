@@ -1,5 +1,6 @@
 #include "input/Module_FileData.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace pemlo {
@@ -122,7 +123,7 @@ Integer CountColumns(Declarations& d, FileChannels& files)
 {
     files.OpenForInput(d.FileNum, d.DataFileName);
     TextChannel& ch = files.Channel(d.FileNum);
-    for (Integer t = 1; t <= d.NumTitleLines; ++t) ch.LineInput();
+    for (int t = 1; t <= d.NumTitleLines; ++t) ch.LineInput();
     d.LineBuffer = TrimBlanks(ch.LineInput());
 
     // The last character is never examined, so a trailing separator does not add a
@@ -147,7 +148,7 @@ ReadReport ReadConeData(Declarations& d, FileChannels& files)
         files.OpenForInput(d.FileNum, d.DataFileName);
         p.channel = &files.Channel(d.FileNum);
         TextChannel& ch = *p.channel;
-        for (Integer t = 1; t <= d.NumTitleLines; ++t) ch.LineInput();
+        for (int t = 1; t <= d.NumTitleLines; ++t) ch.LineInput();
         p.inTitleLines = false;
         p.readingStart = ch.Position();
 
