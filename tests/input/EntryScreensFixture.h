@@ -1,0 +1,131 @@
+// Drives the project information and cone factors screens on the program's record,
+// with stand-ins for the open-file and CPT data screens that count their builds and
+// can fail their load step, so that the routing of OK is seen without the plots.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPointer>
+#include <QStringList>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <optional>
+
+#include "core/Declarations.h"
+#include "core/Screens.h"
+#include "input/Frm_ConeFactors.h"
+#include "input/Frm_Titles.h"
+#include "runtime/RunTimeError.h"
+
+namespace pemlo::test {
+
+class EntryScreens : public ::testing::Test {
+protected:
+    void SetUp() override { Restart(); }
+
+    // Back to a freshly started program with a file loaded; tests with several cases
+    // restart between them.
+    void Restart()
+    {
+        openFileBuilds = 0;
+        plotBuilds = 0;
+        failPlotLoad = false;
+        Screens& screens = Screens::Instance();
+        screens.Reset();
+        ResetRecord();
+        RegisterFrm_Titles();
+        RegisterFrm_ConeFactors();
+        screens.Register(ScreenId::Frm_OpenFile, [this] { return StandIn("Frm_OpenFile", openFileBuilds); });
+        screens.Register(ScreenId::Frm_CPTData, [this] {
+            if (failPlotLoad) Raise(ErrOverflow);
+            return StandIn("Frm_CPTData", plotBuilds);
+        });
+        // The open-file screen loads before the project information is ever shown.
+        TheRecord().DataUnits = DataEnglish;
+        TheRecord().NumTitleLines = 10;
+        screens.Show(ScreenId::Frm_OpenFile);
+    }
+
+    void TearDown() override { Screens::Instance().Reset(); }
+
+    static QWidget* StandIn(const char* name, int& builds)
+    {
+        ++builds;
+        auto* screen = new QWidget;
+        screen->setObjectName(QString::fromLatin1(name));
+        return screen;
+    }
+
+    // One reading at depth 10 with tip and sleeve 1, in the given units.
+    static void OneReading(Integer dataUnits, Integer graphUnits, float depth = 10.0f, float tip = 1.0f,
+                           float sleeve = 1.0f)
+    {
+        Declarations& d = TheRecord();
+        d.DataUnits = dataUnits;
+        d.GraphUnits = graphUnits;
+        d.Depth[1] = depth;
+        d.Q_Tip[1] = tip;
+        d.Q_Sleeve[1] = sleeve;
+        d.NumLines = 1;
+    }
+
+    // The project information screen, shown and active so that keys reach it.
+    Frm_Titles* ShowTitles()
+    {
+        Screens::Instance().Show(ScreenId::Frm_Titles);
+        auto* titles = Screens::Instance().GetAs<Frm_Titles>(ScreenId::Frm_Titles);
+        titles->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(titles));
+        return titles;
+    }
+
+    // The controls the Tab key walks through from start, start included.
+    static QStringList TabWalk(QWidget* start, int steps)
+    {
+        QStringList names;
+        start->setFocus();
+        for (int i = 0; i <= steps; ++i) {
+            QWidget* focused = QApplication::focusWidget();
+            names << (focused != nullptr ? focused->objectName() : QStringLiteral("(none)"));
+            if (focused != nullptr) QTest::keyClick(focused, Qt::Key_Tab);
+        }
+        return names;
+    }
+
+    static bool Loaded(ScreenId id) { return Screens::Instance().IsLoaded(id); }
+
+    int openFileBuilds = 0;
+    int plotBuilds = 0;
+    bool failPlotLoad = false;
+};
+
+// Runs an action on a screen the first time it is loaded and visible; meant for the
+// modal cone factors screen, which holds the test inside OK until it is gone.
+class WhenShown : public QObject {
+public:
+    WhenShown(ScreenId id, std::function<void(QWidget*)> action) : id_(id), action_(std::move(action))
+    {
+        timer_.setInterval(5);
+        connect(&timer_, &QTimer::timeout, this, [this] {
+            Screens& screens = Screens::Instance();
+            if (done_ || !screens.IsLoaded(id_)) return;
+            QWidget* screen = screens.Get(id_);
+            if (!screen->isVisible()) return;
+            done_ = true;
+            timer_.stop();
+            action_(screen);
+        });
+        timer_.start();
+    }
+    bool Done() const { return done_; }
+
+private:
+    ScreenId id_;
+    std::function<void(QWidget*)> action_;
+    QTimer timer_;
+    bool done_ = false;
+};
+
+}  // namespace pemlo::test
