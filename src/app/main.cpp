@@ -1,0 +1,31 @@
+// The desktop program: registers its screens and starts with the splash screen.
+// Everything else happens in the screens' event handlers.
+#include <QApplication>
+#include <QLocale>
+#include <clocale>
+
+#include "core/AllScreens.h"
+#include "core/Screens.h"
+#include "runtime/MessageBox.h"
+#include "runtime/RunTimeErrorReport.h"
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    // Numbers in files and on screen are read and written the same way everywhere.
+    std::setlocale(LC_NUMERIC, "C");
+    QLocale::setDefault(QLocale::c());
+    QApplication::setApplicationName(pemlo::AppTitle());
+    QApplication::setApplicationDisplayName(pemlo::AppTitle());
+    // A hidden screen keeps the program running; the registry decides when it ends.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    pemlo::Screens& screens = pemlo::Screens::Instance();
+    screens.SetEndsApplication(true);
+    pemlo::RegisterAllScreens();
+    pemlo::Untrapped([&screens] { screens.Show(pemlo::ScreenId::Frm_Splash); });
+    if (screens.HasEnded()) {
+        return 0;
+    }
+    return QApplication::exec();
+}

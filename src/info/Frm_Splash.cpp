@@ -1,0 +1,113 @@
+#include "info/Frm_Splash.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+
+#include "core/Screens.h"
+#include "info/ConePicture.h"
+#include "info/ProgramBanner.h"
+#include "runtime/MousePointer.h"
+#include "runtime/RunTimeErrorReport.h"
+
+namespace pemlo {
+
+namespace {
+
+constexpr int SplashWidthTwips = 7200;
+constexpr int SplashHeightTwips = 4800;
+
+struct LabelSpec {
+    const char* name;
+    QString text;
+    TwipsRect rect;
+    double pointSize;
+    bool bold;
+    bool italic;
+    Qt::Alignment align;
+};
+
+std::vector<LabelSpec> SplashLabels()
+{
+    const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+    return {
+        {"LblTitle", banner::Title(), {2400, 420, 4500, 760}, 26, true, false, left},
+        {"LblSubtitle", banner::Subtitle(), {2400, 1200, 4500, 600}, 11, false, false, left | Qt::AlignTop},
+        {"LblCitation", banner::Citation(), {2400, 1900, 4500, 560}, 9, false, true, left | Qt::AlignTop},
+        {"LblAffiliation1", banner::Affiliation(), {2400, 2760, 4500, 300}, 10, true, false, left},
+        {"LblAffiliation2", banner::AffiliationLine2(), {2400, 3060, 4500, 300}, 10, false, false, left},
+        {"LblRights", banner::Rights(), {300, 4230, 4800, 300}, 8, false, false, left},
+        {"lblVersion", banner::Version(), {5100, 4230, 1800, 300}, 9, true, false, Qt::AlignRight | Qt::AlignVCenter},
+    };
+}
+
+}  // namespace
+
+Frm_Splash::Frm_Splash(QWidget* parent)
+    : ScaledForm(QStringLiteral("Frm_Splash"), SplashWidthTwips, SplashHeightTwips, parent)
+{
+    setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoFillBackground(true);
+
+    auto* cone = new ConePicture(this);
+    cone->setObjectName(QStringLiteral("ConeImage"));
+    Place(cone, {300, 300, 1800, 3600});
+    for (const LabelSpec& spec : SplashLabels()) {
+        auto* label = new QLabel(spec.text, this);
+        label->setObjectName(spec.name);
+        label->setAlignment(spec.align);
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+        QFont font = label->font();
+        font.setPointSizeF(spec.pointSize);
+        font.setBold(spec.bold);
+        font.setItalic(spec.italic);
+        label->setFont(font);
+        Place(label, spec.rect);
+    }
+    AddLines({{"Line1", 2400, 2580, 6900, 2580}, {"Line2", 300, 4080, 6900, 4080}});
+    SizeToScreen(0.65, 0.6);
+
+    SetMousePointer(MousePointer::Hourglass);
+    Screens::Instance().Get(ScreenId::Frm_OpenFile);
+
+    timer1_ = new QTimer(this);
+    timer1_->setObjectName(QStringLiteral("Timer1"));
+    timer1_->setInterval(TimerInterval);
+    connect(timer1_, &QTimer::timeout, this, [this] { Untrapped([this] { Dismiss(); }); });
+    timer1_->start();
+}
+
+void Frm_Splash::keyPressEvent(QKeyEvent*)
+{
+    Untrapped([this] { Dismiss(); });
+}
+
+void Frm_Splash::mousePressEvent(QMouseEvent* event)
+{
+    // Clicks on the labels and the picture reach here too; only the background counts.
+    if (childAt(event->position().toPoint()) != nullptr) {
+        return;
+    }
+    Untrapped([this] { Dismiss(); });
+}
+
+void Frm_Splash::Dismiss()
+{
+    Screens& screens = Screens::Instance();
+    if (!screens.IsLoaded(ScreenId::Frm_Splash) || screens.Get(ScreenId::Frm_Splash) != this) {
+        return;  // already gone: the first trigger won
+    }
+    timer1_->stop();
+    screens.Close(ScreenId::Frm_Splash);
+    screens.Show(ScreenId::Frm_OpenFile);
+    SetMousePointer(MousePointer::Default);
+}
+
+void RegisterFrm_Splash()
+{
+    Screens::Instance().Register(ScreenId::Frm_Splash, [] { return new Frm_Splash(); });
+}
+
+}  // namespace pemlo
