@@ -16,6 +16,7 @@ struct FileOutcome {
     int exitCode = ExitOk;
     std::string output;  // what goes to standard output (or the summary line)
     std::string error;   // what goes to standard error when exitCode is not ExitOk
+    int rows = 0;        // intervals or readings in the output
 };
 
 using FileWork = std::function<FileOutcome(std::size_t index, const std::string& path)>;

@@ -56,7 +56,8 @@ FileOutcome WriteResultFile(FileOutcome outcome, const std::string& file, const 
     out << outcome.output;
     out.close();
     if (!out) return {ExitWriteFailed, {}, "could not write " + target.string()};
-    return {ExitOk, file + " -> " + target.string() + "\n", {}};
+    return {ExitOk, file + " -> " + target.string() + " (" + std::to_string(outcome.rows) + " intervals)\n", {},
+            outcome.rows};
 }
 
 int RunOnStandardOutput(const ClassifyState& state, ProgressLine& progress)

@@ -261,7 +261,7 @@ std::string FormatReadings(const Declarations& d, const RunFacts& facts, OutputF
     const Sheet sheet = ReadingSheet(d);
     switch (format) {
     case OutputFormat::Table:
-        return AlignedTable(sheet, TableHeading(facts, "cleaned"), facts.graphUnits);
+        return AlignedTable(sheet, TableHeading(facts, "cleaned and shown"), facts.graphUnits);
     case OutputFormat::Json: return Json(sheet, facts, "readings");
     case OutputFormat::Csv: break;
     }

@@ -128,7 +128,7 @@ FileOutcome RunFile(const RoadCommandOptions& options, const std::string& path, 
     const RoadResult result = RunRoad(road, *d);
     if (result.status != RoadStatus::Done)
         return {ExitCodeOf(result.status), {}, DescribeRoadFailure(result, road, *d)};
-    return {ExitOk, write(*d, FactsOf(options, path, *d)), {}};
+    return {ExitOk, write(*d, FactsOf(options, path, *d)), {}, classify ? d->NumIntervals : d->NumLines};
 }
 
 }  // namespace pemlo::cli

@@ -39,26 +39,6 @@ void ConvertMilliVolts(Declarations& d, float& TipFactor, float& SleeveFactor)
     }
 }
 
-namespace {
-
-// The column counter fails before the reader's own failure path is armed; the
-// desktop program ends the file choice silently then. The command line reports it
-// as a failed read, with what the counter ran into.
-ReadReport CounterFailure(const RunTimeError& e, const Declarations& d, FileChannels& files)
-{
-    ReadReport report;
-    report.outcome = ReadOutcome::Failed;
-    report.errorNumber = e.Number();
-    report.failure = e.Number() == ErrInputPastEndOfFile ? ReadFailure::PastEndOfFile : ReadFailure::Other;
-    if (files.IsOpen(d.FileNum)) {
-        const TextChannel& channel = files.Channel(d.FileNum);
-        report.line = channel.LineNumber();
-    }
-    return report;
-}
-
-}  // namespace
-
 RoadResult RunRoad(const RoadOptions& options, Declarations& d)
 {
     d = Declarations{};
@@ -75,7 +55,9 @@ RoadResult RunRoad(const RoadOptions& options, Declarations& d)
         try {
             result.read = LoadDataFile(d, files);
         } catch (const RunTimeError& e) {
-            result.read = CounterFailure(e, d, files);
+            // The desktop program ends the file choice silently here; the command
+            // line says what the column counter ran into.
+            result.read = ReportCountError(e, d, files);
             result.counterFailed = true;
         }
         if (result.read.outcome != ReadOutcome::Loaded) {
@@ -116,8 +98,6 @@ RoadResult RunRoad(const RoadOptions& options, Declarations& d)
 
 namespace {
 
-std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
-
 std::string MissingFileDetail(const std::string& path)
 {
     std::error_code ec;
@@ -127,26 +107,37 @@ std::string MissingFileDetail(const std::string& path)
     return "the file cannot be opened for reading";
 }
 
+// The text of a line as a message can show it: control characters escaped, long
+// lines cut.
+std::string Shown(const std::string& text)
+{
+    constexpr std::size_t MaxShown = 60;
+    std::string shown = "\"";
+    for (std::size_t i = 0; i < text.size() && i < MaxShown; ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        if (c == '\t') {
+            shown += "\\t";
+        } else if (c < 0x20 || c == 0x7F) {
+            shown += '?';
+        } else {
+            shown += static_cast<char>(c);
+        }
+    }
+    return shown + (text.size() > MaxShown ? "...\"" : "\"");
+}
+
 std::string ReadFailureDetail(const RoadResult& result, const RoadOptions& options)
 {
     const ReadReport& read = result.read;
-    if (read.outcome == ReadOutcome::NeverEnds) {
-        // The desktop program waits for an end of file that never comes here.
-        return "fewer than 3 columns on the first data line (line " + std::to_string(read.line) +
-               ": " + Quoted(read.lineText) +
-               "); every reading needs a depth, a tip resistance and a sleeve friction";
-    }
-    if (result.counterFailed) {
-        switch (read.errorNumber) {
-        case ErrFileNotFound:
-        case ErrPathFileAccess: return MissingFileDetail(options.path);
-        case ErrInputPastEndOfFile:
-            return "the file ends within its " + std::to_string(options.titleLines) +
-                   " title lines, before the first data line";
-        default: return MessageOf(read.errorNumber) + " while counting the columns";
-        }
-    }
-    return read.Describe();
+    if (result.counterFailed && (read.errorNumber == ErrFileNotFound || read.errorNumber == ErrPathFileAccess))
+        return MissingFileDetail(options.path);
+    // A wrong column count is easiest to fix when the line is in front of you.
+    const bool columnsWrong =
+        read.outcome == ReadOutcome::NeverEnds || read.failure == ReadFailure::TooManyColumns;
+    const std::string described = read.Describe();
+    if (!columnsWrong || (!read.lineText.empty() && described.find(read.lineText) != std::string::npos))
+        return described;
+    return described + (read.lineText.empty() ? "; the line is empty" : "; the line reads " + Shown(read.lineText));
 }
 
 // Why a step of the pipeline could not go on, where the cause is a known one.
