@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QVBoxLayout>
 
 #include "info/InfoPictures.h"
@@ -71,6 +72,7 @@ InfoWindow::InfoWindow(ScreenId id, const QString& title, std::span<const RichPa
     for (const LabelSpec& spec : AffiliationLabels) {
         auto* label = new QLabel(QString::fromUtf8(spec.caption), this);
         label->setObjectName(QString::fromLatin1(spec.name));
+        label->setWordWrap(true);
         QFont font = label->font();
         font.setPointSize(spec.pointSize);
         font.setBold(spec.bold);
@@ -88,6 +90,7 @@ InfoWindow::InfoWindow(ScreenId id, const QString& title, std::span<const RichPa
     richText_->setOpenLinks(false);
     TypesetRichText(*richText_->document(), text);
     richText_->document()->setDocumentMargin(10);
+    richText_->moveCursor(QTextCursor::Start);  // open at the top, not where typesetting ended
     layout->addWidget(richText_, 1);
 
     layout->addWidget(SeparatingLine(QStringLiteral("Line2"), this));
@@ -95,6 +98,7 @@ InfoWindow::InfoWindow(ScreenId id, const QString& title, std::span<const RichPa
     cmdOK_ = new QPushButton(QStringLiteral("OK"), this);
     cmdOK_->setObjectName(QStringLiteral("CmdOK"));
     cmdOK_->setMinimumWidth(96);
+    cmdOK_->setAutoDefault(true);
     buttons->addStretch(1);
     buttons->addWidget(cmdOK_);
     buttons->addStretch(1);

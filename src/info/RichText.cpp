@@ -18,7 +18,7 @@ namespace {
 constexpr double BulletMargin = 30.0;
 constexpr double SubBulletMargin = 66.0;
 constexpr double NumberedMargin = 24.0;
-constexpr double MarkerHang = 18.0;
+constexpr double MarkerHang = 20.0;
 constexpr double NoteMargin = 30.0;
 
 // The arrow of the first-level items; the original symbol font is not portable,
@@ -67,8 +67,9 @@ QTextBlockFormat BlockFormat(ParaKind kind)
     block.setLeftMargin(margin);
     block.setTextIndent(-hang);
     if (hang > 0.0) {
-        // The tab after the marker reaches the text's own margin.
-        block.setTabPositions({QTextOption::Tab(margin, QTextOption::LeftTab)});
+        // Tab stops count from where the first line starts, so the tab after the
+        // marker reaches the text's own margin.
+        block.setTabPositions({QTextOption::Tab(hang, QTextOption::LeftTab)});
     }
     return block;
 }

@@ -23,7 +23,7 @@ constexpr int ClientWidth = 5895;
 constexpr int ClientHeight = 2565;
 constexpr int MaxFactorLength = 5;
 
-// Controls in tab order: Continue first, so Enter at once accepts the defaults.
+// Controls in tab order: Continue first, so it has the focus when the screen opens.
 struct ButtonSpec {
     const char* name;
     const char* caption;
@@ -99,6 +99,9 @@ Frm_ConeFactors::Frm_ConeFactors(QWidget* parent)
     cmdCancel_ = new QPushButton(QString::fromLatin1(CancelButton.caption), this);
     cmdCancel_->setObjectName(QString::fromLatin1(CancelButton.name));
     Place(cmdCancel_, CancelButton.rect);
+    // Enter on a focused button presses it: Enter at once accepts the defaults.
+    cmdNext_->setAutoDefault(true);
+    cmdCancel_->setAutoDefault(true);
     setTabOrder(cmdNext_, cmdCancel_);
 
     QWidget* previous = cmdCancel_;

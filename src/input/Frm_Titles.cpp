@@ -120,6 +120,9 @@ Frm_Titles::Frm_Titles(QWidget* parent) : ScaledForm(QStringLiteral("Frm_Titles"
     cmdCancel_ = new QPushButton(QString::fromLatin1(CancelButton.text), this);
     cmdCancel_->setObjectName(QString::fromLatin1(CancelButton.name));
     Place(cmdCancel_, CancelButton.rect);
+    // Enter on a focused button presses it, as on any form of the program.
+    cmdOK_->setAutoDefault(true);
+    cmdCancel_->setAutoDefault(true);
     setTabOrder(previous, cmdOK_);
     setTabOrder(cmdOK_, cmdCancel_);
     AddLines(Lines);

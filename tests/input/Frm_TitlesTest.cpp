@@ -119,6 +119,11 @@ TEST_F(TitlesScreen, EnterMovesToTheNextControlWithoutPressingIt)
     EXPECT_EQ(TheRecord().DataUnits, DataSI);
     EXPECT_FLOAT_EQ(TheRecord().Depth[1], 10.0f);
     EXPECT_TRUE(Loaded(ScreenId::Frm_OpenFile));
+
+    // A second Enter, now on OK, presses it.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
+    EXPECT_EQ(TheRecord().DataUnits, DataEnglish);
 }
 
 TEST_F(TitlesScreen, OkStoresTheSixTextsAsTyped)
