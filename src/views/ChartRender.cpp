@@ -5,7 +5,9 @@
 #include <QAreaSeries>
 #include <QChart>
 #include <QFontMetricsF>
+#include <QGraphicsLayout>
 #include <QGraphicsScene>
+#include <QGraphicsSimpleTextItem>
 #include <QLegend>
 #include <QLineSeries>
 #include <QPainter>
@@ -23,6 +25,7 @@ constexpr int AxisTitlePoints = 9;
 constexpr double RightRoom = 14.0;   // half a label beyond the last tick
 constexpr int DefaultWidth = 270;    // a chart never shown and never sized
 constexpr int DefaultHeight = 455;
+constexpr int CaptionKey = 0x43415054;   // marks the caption item among the chart's children
 
 QColor FromColorRef(ColorRef c)
 {
@@ -207,12 +210,20 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
         delete a;
     }
     chart.setAnimationOptions(QChart::NoAnimation);
-    chart.setBackgroundRoundness(0);
-    chart.setBackgroundBrush(Qt::white);
+    // The plot area is placed by hand (LayoutChart), and a chart with a fixed plot
+    // area no longer lays out its own background and title: the caption is an item of
+    // ours and the background is the view's (or the page's) white.
+    chart.setBackgroundVisible(false);
     chart.setDropShadowEnabled(false);
-    chart.setTitle(s.Title(2));
-    chart.setTitleFont(Arial(CaptionPoints, true));
-    chart.setTitleBrush(FromColorRef(s.TitleColor(2).value_or(0)));
+    chart.setTitle(QString());
+    for (QGraphicsItem* child : chart.childItems())
+        if (child->data(CaptionKey).toBool()) delete child;
+    if (!s.Title(2).isEmpty()) {
+        auto* caption = new QGraphicsSimpleTextItem(s.Title(2), &chart);
+        caption->setData(CaptionKey, true);
+        caption->setFont(Arial(CaptionPoints, true));
+        caption->setBrush(FromColorRef(s.TitleColor(2).value_or(0)));
+    }
 
     if (Stacked(s)) AddStackedAreas(chart, s);
     else AddLines(chart, s);
@@ -275,9 +286,22 @@ void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions&
             top += h;
         }
     }
+    for (QGraphicsItem* child : chart.childItems())
+        if (child->data(CaptionKey).toBool()) {
+            // The caption stands centred above the plot; a caption wider than the chart
+            // keeps its start in view.
+            const double w = child->boundingRect().width();
+            child->setPos(std::max(2.0, (size.width() - w) / 2.0), 4.0);
+        }
     const QRectF plot(left, top, std::max(10.0, size.width() - left - RightRoom),
                       std::max(10.0, size.height() - top - bottom));
     chart.setPlotArea(plot);
+    // Lay the chart out now: a chart painted before the event loop runs again (a
+    // page, an image, a grab) must not show the layout of its previous size.
+    if (QGraphicsLayout* layout = chart.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
 }
 
 void RenderChart(const ChartSurface& s, QPainter& painter, const QRectF& target, const ChartRenderOptions& options)
@@ -294,6 +318,7 @@ void RenderChart(const ChartSurface& s, QPainter& painter, const QRectF& target,
     FillChart(*chart, s, options);
     scene.setSceneRect(QRectF(QPointF(0, 0), logical));
     painter.save();
+    painter.fillRect(target, Qt::white);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
     scene.render(&painter, target, scene.sceneRect(), Qt::IgnoreAspectRatio);

@@ -65,6 +65,7 @@ ChartView::ChartView(QWidget* parent)
     view_->setChart(chart_);   // the view owns the chart
     view_->setRenderHint(QPainter::Antialiasing);
     view_->setFrameShape(QFrame::NoFrame);
+    view_->setBackgroundBrush(Qt::white);
     view_->setRubberBand(QChartView::RectangleRubberBand);
     layout->addWidget(view_, 1);
 
