@@ -22,13 +22,13 @@ namespace {
 constexpr int PictureSize = 88;
 
 // The labels beside the picture: the program, what it does, who made it.
-struct LabelSpec {
+struct LabelLayout {
     const char* name;
     const char* caption;
     int pointSize;
     bool bold;
 };
-constexpr LabelSpec AffiliationLabels[] = {
+constexpr LabelLayout AffiliationLabels[] = {
     {"Label1", "Pemlo CPT", 16, true},
     {"Label2", "Soil classification from cone penetration tests", 10, false},
     {"Label4", "Geotechnical Engineering Laboratory, Department of Civil Engineering", 9, false},
@@ -69,15 +69,15 @@ InfoWindow::InfoWindow(ScreenId id, const QString& title, std::span<const RichPa
     topRow_->addWidget(PictureLabel(QStringLiteral("Image1"), DrawConePicture(PictureSize), this));
     auto* labels = new QVBoxLayout;
     labels->setSpacing(2);
-    for (const LabelSpec& spec : AffiliationLabels) {
-        auto* label = new QLabel(QString::fromUtf8(spec.caption), this);
-        label->setObjectName(QString::fromLatin1(spec.name));
+    for (const LabelLayout& item : AffiliationLabels) {
+        auto* label = new QLabel(QString::fromUtf8(item.caption), this);
+        label->setObjectName(QString::fromLatin1(item.name));
         label->setWordWrap(true);
         QFont font = label->font();
-        font.setPointSize(spec.pointSize);
-        font.setBold(spec.bold);
+        font.setPointSize(item.pointSize);
+        font.setBold(item.bold);
         label->setFont(font);
-        if (spec.bold) label->setStyleSheet(QStringLiteral("color: #004080;"));
+        if (item.bold) label->setStyleSheet(QStringLiteral("color: #004080;"));
         labels->addWidget(label);
     }
     labels->addStretch(1);

@@ -24,13 +24,13 @@ constexpr int ClientHeight = 2565;
 constexpr int MaxFactorLength = 5;
 
 // Controls in tab order: Continue first, so it has the focus when the screen opens.
-struct ButtonSpec {
+struct ButtonLayout {
     const char* name;
     const char* caption;
     TwipsRect rect;
 };
-constexpr ButtonSpec NextButton{"CmdNext", "Continue", {3420, 1800, 1335, 495}};
-constexpr ButtonSpec CancelButton{"CmdCancel", "Cancel", {1140, 1800, 1335, 495}};
+constexpr ButtonLayout NextButton{"CmdNext", "Continue", {3420, 1800, 1335, 495}};
+constexpr ButtonLayout CancelButton{"CmdCancel", "Cancel", {1140, 1800, 1335, 495}};
 
 struct FactorBox {
     const char* defaultText;
@@ -43,13 +43,13 @@ constexpr FactorBox FactorBoxes[] = {
 
 // Each line reads as a sentence: the label, the box with its number, then "MPa )".
 // The runs of blanks inside the labels line the two boxes up; keep them.
-struct LabelSpec {
+struct LabelLayout {
     const char* name;
     const char* caption;
     TwipsRect rect;
     bool title;
 };
-constexpr LabelSpec Labels[] = {
+constexpr LabelLayout Labels[] = {
     {"LblTitle", "Cone Conversion Factors:", {360, 120, 3120, 300}, true},
     {"LblTip", "Cone Tip Resistance Factor  ( 1 mVolt = ", {360, 720, 3456, 240}, false},
     {"LblSleeve", "Cone Sleeve Factor               ( 1 mVolt = ", {360, 1200, 3336, 216}, false},
@@ -114,11 +114,11 @@ Frm_ConeFactors::Frm_ConeFactors(QWidget* parent)
         previous = box;
         txtFactor_[index] = box;
     }
-    for (const LabelSpec& spec : Labels) {
-        auto* label = new QLabel(QString::fromLatin1(spec.caption), this);
-        label->setObjectName(QString::fromLatin1(spec.name));
-        if (spec.title) label->setFont(ScreenFont(10, true));
-        Place(label, spec.rect);
+    for (const LabelLayout& item : Labels) {
+        auto* label = new QLabel(QString::fromLatin1(item.caption), this);
+        label->setObjectName(QString::fromLatin1(item.name));
+        if (item.title) label->setFont(ScreenFont(10, true));
+        Place(label, item.rect);
     }
     setFixedSize(size());
 

@@ -96,17 +96,17 @@ Frm_Titles::Frm_Titles(QWidget* parent) : ScaledForm(QStringLiteral("Frm_Titles"
     Place(heading, Heading.rect);
 
     QWidget* previous = nullptr;
-    for (const InfoBox& spec : InfoBoxes) {
-        auto* label = new QLabel(QString::fromLatin1(spec.caption), this);
-        label->setObjectName(QString::fromLatin1(spec.labelName));
-        Place(label, LabelBeside(spec.rect));
+    for (const InfoBox& item : InfoBoxes) {
+        auto* label = new QLabel(QString::fromLatin1(item.caption), this);
+        label->setObjectName(QString::fromLatin1(item.labelName));
+        Place(label, LabelBeside(item.rect));
 
         auto* box = new QLineEdit(this);
-        box->setObjectName(QStringLiteral("TxtInfo_%1").arg(spec.index));
-        box->setMaxLength(spec.maxLength);
+        box->setObjectName(QStringLiteral("TxtInfo_%1").arg(item.index));
+        box->setMaxLength(item.maxLength);
         box->installEventFilter(this);
-        Place(box, spec.rect);
-        txtInfo_.at(static_cast<std::size_t>(spec.index)) = box;
+        Place(box, item.rect);
+        txtInfo_.at(static_cast<std::size_t>(item.index)) = box;
         if (previous != nullptr) setTabOrder(previous, box);
         previous = box;
     }
