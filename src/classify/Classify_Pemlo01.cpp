@@ -31,33 +31,39 @@ Indices ComputeIndices(float qc, float ratio)
     const double y3 = -11.345 * x1 + 3.795 * x2 + 15.202;
     const double y4 = -3.795 * x1 - 11.345 * x2 + 5.085;
     const double D = Checked(std::pow(y1, 2) + std::pow(y2, 2));
-    const double U = Checked(Div(-(y1 * y3), D) - Div(y2 * y4, D));
-    const double V = Checked(Div(y1 * y4, D) + 10 - Div(y2 * y3, D));
+    // U and V beyond range fail at their store, before anything else happens.
+    const double U = Div(-(y1 * y3), D) - Div(y2 * y4, D);
+    const double V = Div(y1 * y4, D) + 10 - Div(y2 * y3, D);
     return {U, V};
 }
 
+struct Probabilities {
+    float& sand;
+    float& silt;
+    float& clay;
+};
+
 // Raw probabilities of sand, silt and clay, stored before they are floored and
-// normalised. The polynomials hold on the closed range -0.14..2.91; outside it fixed
-// triples take over (the jump at 2.91 is part of the method as published).
-void StoreRawProbabilities(Declarations& d, int i, double U)
+// normalised. The polynomials hold on the closed range -0.14..2.91 (where they stay
+// far inside single range); outside it fixed triples take over (the jump at 2.91 is
+// part of the method as published).
+void StoreRawProbabilities(const Probabilities& p, double U)
 {
     if (-0.14 <= U && U <= 2.91) {
-        d.IntProb1[i] = ToSingle(Checked(0.0900763 * std::pow(U, 2) + 0.0741935 * U + 0.00132408));
-        d.IntProb2[i] = ToSingle(Checked(0.0611049 * std::pow(U, 3) - 0.499014 * std::pow(U, 2) +
-                                         0.896769 * U + 0.147853));
-        d.IntProb3[i] = ToSingle(Checked(-0.0296526 * std::pow(U, 3) + 0.275413 * std::pow(U, 2) -
-                                         0.841851 * U + 0.848617));
-        if (d.IntProb1[i] < 0.0035) d.IntProb1[i] = ToSingle(0.0035);
-        if (d.IntProb2[i] < 0.0184) d.IntProb2[i] = ToSingle(0.0184);
-        if (d.IntProb3[i] < 0) d.IntProb3[i] = 0.0f;
+        p.sand = ToSingle(0.0900763 * std::pow(U, 2) + 0.0741935 * U + 0.00132408);
+        p.silt = ToSingle(0.0611049 * std::pow(U, 3) - 0.499014 * std::pow(U, 2) + 0.896769 * U + 0.147853);
+        p.clay = ToSingle(-0.0296526 * std::pow(U, 3) + 0.275413 * std::pow(U, 2) - 0.841851 * U + 0.848617);
+        if (p.sand < 0.0035) p.sand = ToSingle(0.0035);
+        if (p.silt < 0.0184) p.silt = ToSingle(0.0184);
+        if (p.clay < 0) p.clay = 0.0f;
     } else if (U < -0.14) {
-        d.IntProb1[i] = ToSingle(0.0035);
-        d.IntProb2[i] = ToSingle(0.0184);
-        d.IntProb3[i] = ToSingle(0.9781);
+        p.sand = ToSingle(0.0035);
+        p.silt = ToSingle(0.0184);
+        p.clay = ToSingle(0.9781);
     } else {
-        d.IntProb1[i] = ToSingle(0.9771);
-        d.IntProb2[i] = ToSingle(0.0229);
-        d.IntProb3[i] = 0.0f;
+        p.sand = ToSingle(0.9771);
+        p.silt = ToSingle(0.0229);
+        p.clay = 0.0f;
     }
 }
 
@@ -65,22 +71,26 @@ void StoreRawProbabilities(Declarations& d, int i, double U)
 
 void ClassifyInterval(Declarations& d, int i)
 {
-    // Guards whose replacements stay in the arrays, and so show in the views.
-    if (d.IntQTip[i] <= 0.0f) d.IntQTip[i] = 1.0f;
-    if (d.IntQSleeve[i] < 0.0f) d.IntQSleeve[i] = 0.0f;
+    // Guards whose replacements stay in the arrays, and so show in the views. Each
+    // array is indexed once, where the method first touches it.
+    float& qc = d.IntQTip[i];
+    if (qc <= 0.0f) qc = 1.0f;
+    float& fs = d.IntQSleeve[i];
+    if (fs < 0.0f) fs = 0.0f;
 
-    const Indices ix = ComputeIndices(d.IntQTip[i], d.IntRatio[i]);
+    const Indices ix = ComputeIndices(qc, d.IntRatio[i]);
     d.IntU[i] = ToSingle(ix.U);
     d.IntV[i] = ToSingle(ix.V);
     // The branch and the polynomials take the double U, not the stored one.
-    StoreRawProbabilities(d, i, ix.U);
+    const Probabilities p{d.IntProb1[i], d.IntProb2[i], d.IntProb3[i]};
+    StoreRawProbabilities(p, ix.U);
 
     // The polynomials do not quite sum to 1, so every interval is normalised; the sum
     // is taken once, in this order, before any probability changes.
-    const double S = static_cast<double>(d.IntProb2[i]) + d.IntProb1[i] + d.IntProb3[i];
-    d.IntProb1[i] = ToSingle(Div(static_cast<double>(d.IntProb1[i]) * 100, S));
-    d.IntProb2[i] = ToSingle(Div(static_cast<double>(d.IntProb2[i]) * 100, S));
-    d.IntProb3[i] = ToSingle(Div(static_cast<double>(d.IntProb3[i]) * 100, S));
+    const double S = static_cast<double>(p.silt) + p.sand + p.clay;
+    p.sand = ToSingle(Div(static_cast<double>(p.sand) * 100, S));
+    p.silt = ToSingle(Div(static_cast<double>(p.silt) * 100, S));
+    p.clay = ToSingle(Div(static_cast<double>(p.clay) * 100, S));
 }
 
 void ClassifySoil(Declarations& d)

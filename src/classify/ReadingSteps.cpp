@@ -46,8 +46,10 @@ void ComputeIntervalRatio(Declarations& d)
     while (true) {
         // Division first, then the percent: the order changes the last bit. A mean tip
         // resistance of 0 is not guarded here and stops the view (error 11).
-        d.IntRatio[i] = ToSingle(Div(d.IntQSleeve[i], d.IntQTip[i]) * 100.0);
-        if (d.IntRatio[i] > RatioCap) d.IntRatio[i] = RatioCap;
+        const float sleeve = d.IntQSleeve[i];
+        const float ratio = ToSingle(Div(sleeve, d.IntQTip[i]) * 100.0);
+        float& stored = d.IntRatio[i];
+        stored = ratio > RatioCap ? RatioCap : ratio;
         Increment(i);
         if (i > count) return;
     }

@@ -1,5 +1,7 @@
 #include "input/Module_Units.h"
 
+#include <algorithm>
+
 #include "runtime/Arith.h"
 
 namespace pemlo {
@@ -13,33 +15,50 @@ constexpr double TsfPerMPa = 10.44277;
 constexpr double MPaPerTsf = 0.09576;
 constexpr double KgPerCm2PerTsf = 0.976486;
 
-// Each value is loaded from single precision, worked in double and stored single.
-float Times(float value, double c) { return ToSingle(Checked(static_cast<double>(value) * c)); }
-float TimesReciprocal(float value, double c)
-{
-    const double reciprocal = Div(1.0, c);  // formed first: it changes the last bit
-    return ToSingle(Checked(static_cast<double>(value) * reciprocal));
-}
+// Each value is loaded from single precision, worked in double and stored single; a
+// product beyond single range (or nan) fails at its store with error 6.
+float Times(float value, double c) { return ToSingle(static_cast<double>(value) * c); }
 float Over(float value, double c) { return ToSingle(Div(static_cast<double>(value), c)); }
+
+// "Multiply by the reciprocal": the reciprocal is formed first, which changes the
+// last bit of some results compared with dividing.
+double Reciprocal(double c) { return Div(1.0, c); }
+
+int Extent(const ReadingArray&) { return MaxReadings; }
+int Extent(const IntervalArray& a) { return a.Size(); }
 
 // The loop all eight conversions share. UnitIndex runs from 1 and holds count + 1
 // afterwards; its final increment overflows at a count of 32767. An entry is written
 // only when all three of its values converted, so a failure leaves the entries before
-// it converted and the rest as they were.
+// it converted and the rest as they were. Entries within all three arrays' bounds are
+// reached directly; the first one beyond takes the checked access and its error 9.
 template <class Array, class DepthOp, class TipOp, class SleeveOp>
 void ConvertEntries(Declarations& d, Integer count, Array& depth, Array& tip, Array& sleeve,
                     DepthOp depthOp, TipOp tipOp, SleeveOp sleeveOp)
 {
     d.UnitIndex = 1;
     if (count < 1) return;
+    const int inBounds = std::min({Extent(depth), Extent(tip), Extent(sleeve)});
     while (true) {
         const int k = d.UnitIndex;
-        const float newDepth = depthOp(depth[k]);
-        const float newTip = tipOp(tip[k]);
-        const float newSleeve = sleeveOp(sleeve[k]);
-        depth[k] = newDepth;
-        tip[k] = newTip;
-        sleeve[k] = newSleeve;
+        if (k <= inBounds) {
+            float& depthK = depth.data()[k - 1];
+            float& tipK = tip.data()[k - 1];
+            float& sleeveK = sleeve.data()[k - 1];
+            const float newDepth = depthOp(depthK);
+            const float newTip = tipOp(tipK);
+            const float newSleeve = sleeveOp(sleeveK);
+            depthK = newDepth;
+            tipK = newTip;
+            sleeveK = newSleeve;
+        } else {
+            const float newDepth = depthOp(depth[k]);
+            const float newTip = tipOp(tip[k]);
+            const float newSleeve = sleeveOp(sleeve[k]);
+            depth[k] = newDepth;
+            tip[k] = newTip;
+            sleeve[k] = newSleeve;
+        }
         Increment(d.UnitIndex);
         if (d.UnitIndex > count) return;
     }
@@ -95,9 +114,11 @@ void SIToEnglish(Declarations& d)
 
 void EnglishToSI(Declarations& d)
 {
+    const double metresPerFoot = Reciprocal(FeetPerMetre);
+    const double mpaPerTsf = Reciprocal(TsfPerMPa);
     ConvertReadings(
-        d, DataSI, [](float v) { return TimesReciprocal(v, FeetPerMetre); },
-        [](float v) { return TimesReciprocal(v, TsfPerMPa); });
+        d, DataSI, [metresPerFoot](float v) { return Times(v, metresPerFoot); },
+        [mpaPerTsf](float v) { return Times(v, mpaPerTsf); });
 }
 
 void IntervalsSIToEnglish(Declarations& d)
@@ -109,9 +130,11 @@ void IntervalsSIToEnglish(Declarations& d)
 
 void IntervalsEnglishToSI(Declarations& d)
 {
+    const double metresPerFoot = Reciprocal(FeetPerMetre);
+    const double mpaPerTsf = Reciprocal(TsfPerMPa);
     ConvertIntervals(
-        d, [](float v) { return TimesReciprocal(v, FeetPerMetre); },
-        [](float v) { return TimesReciprocal(v, TsfPerMPa); });
+        d, [metresPerFoot](float v) { return Times(v, metresPerFoot); },
+        [mpaPerTsf](float v) { return Times(v, mpaPerTsf); });
 }
 
 void IntervalsEnglishToMetric(Declarations& d)
