@@ -1,8 +1,10 @@
 #include "input/Frm_ConeFactors.h"
 
 #include <QFont>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QRegularExpression>
 #include <cstdlib>
 #include <string>
@@ -121,6 +123,9 @@ Frm_ConeFactors::Frm_ConeFactors(QWidget* parent)
         Place(label, item.rect);
     }
     setFixedSize(size());
+    if (const QScreen* where = QGuiApplication::primaryScreen()) {
+        move(where->availableGeometry().center() - rect().center());
+    }
 
     connect(cmdNext_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdNext_Click(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdCancel_Click(); }); });

@@ -2,9 +2,11 @@
 
 #include <QEvent>
 #include <QFont>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <string>
 
 #include "core/Declarations.h"
@@ -129,6 +131,9 @@ Frm_Titles::Frm_Titles(QWidget* parent) : ScaledForm(QStringLiteral("Frm_Titles"
 
     // Not resizable: the screen has no form-resizing control.
     setFixedSize(size());
+    if (const QScreen* where = QGuiApplication::primaryScreen()) {
+        move(where->availableGeometry().center() - rect().center());
+    }
 
     connect(cmdOK_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdOK_Click(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdCancel_Click(); }); });
