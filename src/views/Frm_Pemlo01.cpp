@@ -97,10 +97,12 @@ void Frm_Pemlo01::BuildDesign()
     auto* method = new QLabel(QStringLiteral("Classification using: Korvu & Pemlo (1999)"), this);
     method->setObjectName(QStringLiteral("Label1"));
     method->setTextFormat(Qt::PlainText);
+    // One point below the band's labels: at 9 points the method's name is wider than
+    // the frame it stands in and would lose its year.
     QFont font(QStringLiteral("Arial"));
-    font.setPointSize(9);
+    font.setPointSize(8);
     method->setFont(font);
-    PlaceDesign(method, {10200, 9180, 3135, 195});
+    PlaceDesign(method, {10200, 9180, 3225, 195});
 }
 
 // The load step, in the order engineers' earlier results depend on.
