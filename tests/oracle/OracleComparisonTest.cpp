@@ -8,7 +8,9 @@
 #include <map>
 #include <string>
 
+#include "classify/BuildIntervalGrid.h"
 #include "classify/ReadingSteps.h"
+#include "classify/RefineLayers.h"
 #include "core/Declarations.h"
 #include "input/Module_Units.h"
 #include "oracle/Oracle.h"
@@ -170,6 +172,69 @@ TEST(OracleComparison, GeneratedSoundingsAgreeBitForBit)
     for (const char* must : {"done 0", "conversion 6", "cleaning 6", "pipeline 6", "pipeline 9", "pipeline 11",
                              "averaging index overflow"})
         EXPECT_GT(outcomes[must], 0) << must;
+}
+
+// Soundings at the limits, each with the end the road must come to.
+TEST(OracleComparison, SoundingsAtTheLimits)
+{
+    auto regular = [](int n, float top, float spacing) {
+        Sounding s = oracle::SoundingGenerator::Regular(n, top, spacing, DataSI);
+        s.cleaned = false;
+        return s;
+    };
+    struct Case {
+        const char* name;
+        Sounding sounding;
+        std::string step;
+        int error;
+        int refineIndex;  // where the averaging stopped; 0 when it did not run
+    };
+    std::vector<Case> cases = {
+        {"deepest grid: the averaging index overflows after interval 32767",
+         regular(2, 1.0f, 3275.79f), "pipeline", ErrOverflow, 32767},
+        {"one interval: the repeat of interval 2 fails", regular(2, 0.05f, 0.1f), "pipeline",
+         ErrSubscriptOutOfRange, 2},
+        {"no readings", regular(0, 0.0f, 0.1f), "pipeline", ErrSubscriptOutOfRange, 0},
+        {"4000 readings, the last at 20 m", regular(4000, 0.005f, 0.005f), "done", 0, 200},
+        {"more readings claimed than exist: the grid finds no last depth",
+         regular(4000, 0.005f, 0.005f), "pipeline", ErrSubscriptOutOfRange, 0},
+    };
+    cases[4].sounding.numLines = 4001;
+    int number = 0;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Declarations d;
+        Record r;
+        const Outcome o = Compare(d, r, c.sounding, ++number);
+        EXPECT_EQ(d.RefineIndex, c.refineIndex);
+        EXPECT_EQ(o.step, c.step);
+        EXPECT_EQ(o.error, c.error);
+    }
+}
+
+// The averaging on its own, told of more readings than exist: the scan of interval 2
+// sums what it finds (here an overflow comes first when huge values are there) and
+// then runs off the end of the readings.
+TEST(OracleComparison, AveragingRunsOffTheReadings)
+{
+    for (const float tip : {5.0f, 3e38f}) {
+        SCOPED_TRACE(tip);
+        Sounding s = oracle::SoundingGenerator::Regular(4000, 0.005f, 0.005f, DataSI);
+        s.tip[25] = s.tip[30] = tip;  // both in interval 2, (0.1, 0.2] m
+        Declarations d;
+        Record r;
+        Load(d, d.Depth.data(), d.Q_Tip.data(), d.Q_Sleeve.data(), s);
+        Load(r, r.Depth.data(), r.Q_Tip.data(), r.Q_Sleeve.data(), s);
+        BuildIntervalGrid(d);
+        oracle::BuildIntervalGrid(r);
+        d.NumLines = r.NumLines = 4001;
+        Outcome program, expected;
+        Try(program, "averaging", [&] { AverageIntervals(d); });
+        Try(expected, "averaging", [&] { oracle::AverageIntervals(r); });
+        EXPECT_EQ(program.error, tip > 1e30f ? ErrOverflow : ErrSubscriptOutOfRange);
+        EXPECT_EQ(program.error, expected.error);
+        ExpectSameState(d, r);
+    }
 }
 
 }  // namespace
