@@ -104,6 +104,7 @@ std::string MissingFileDetail(const std::string& path)
     const auto status = std::filesystem::status(path, ec);
     if (!std::filesystem::exists(status)) return "the file does not exist";
     if (std::filesystem::is_directory(status)) return "it is a directory, not a file";
+    if (!std::filesystem::is_regular_file(status)) return "it is not a regular file";
     return "the file cannot be opened for reading";
 }
 

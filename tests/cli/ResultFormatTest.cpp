@@ -28,13 +28,6 @@ TEST(ShortestText, ReadsBackToTheVerySameSingle)
     EXPECT_EQ(ShortestText(0.1f), "0.1");  // not 0.100000001
 }
 
-TEST(FixedText, RoundsToTheTableDecimals)
-{
-    struct Case { float value; int decimals; const char* text; };
-    const Case cases[] = {{0.78260869f, 4, "0.7826"}, {57.5f, 3, "57.500"}, {0.125f, 2, "0.12"},
-                          {-0.13f, 4, "-0.1300"}, {97.806f, 2, "97.81"}};
-    for (const Case& c : cases) EXPECT_EQ(FixedText(c.value, c.decimals), c.text) << c.value;
-}
 
 Declarations TwoIntervals()
 {
