@@ -1,0 +1,172 @@
+// The "report" command: the printed report of one screen as a PDF file. The sounding
+// takes the same road as "classify"; the chosen screen is then built offscreen from
+// the record, exactly as the desktop program builds it, and its own Print command
+// prints the page, with a PDF file in the place of the default printer.
+#include "cli/ReportCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QTimer>
+#include <QToolButton>
+#include <exception>
+#include <filesystem>
+#include <memory>
+
+#include "cli/ExitCodes.h"
+#include "cli/RoadCommandOptions.h"
+#include "cli/StandardStreams.h"
+#include "core/AllScreens.h"
+#include "core/Declarations.h"
+#include "core/Screens.h"
+#include "runtime/Printer.h"
+#include "runtime/RunTimeError.h"
+
+namespace pemlo::cli {
+
+namespace {
+
+struct ReportState {
+    RoadCommandOptions options;
+    std::string file;
+    std::string view = "results";
+    std::string pdf;
+    std::string paper = "letter";
+    int dotsPerInch = 600;
+    // The project information the screens show and the report prints.
+    std::string number, title, date, location, gwt, coneNo;
+};
+
+ScreenId ViewScreen(const std::string& view)
+{
+    if (view == "cpt") return ScreenId::Frm_CPTData;
+    if (view == "uv") return ScreenId::Frm_UandV;
+    return ScreenId::Frm_Pemlo01;
+}
+
+// The screens draw with Qt: one application, offscreen, whatever the display.
+void EnsureApplication()
+{
+    if (QCoreApplication::instance()) return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "pemlo-cli";
+    static char* argv[] = {name, nullptr};
+    static QApplication app(argc, argv);
+}
+
+// Message boxes would wait for a person: answer them and keep their texts.
+class MessageAnswerer {
+public:
+    MessageAnswerer()
+    {
+        timer_.setInterval(20);
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            for (QWidget* w : QApplication::topLevelWidgets()) {
+                auto* box = qobject_cast<QMessageBox*>(w);
+                if (box && box->isVisible()) {
+                    texts_.push_back(box->text().trimmed().toStdString());
+                    box->done(QMessageBox::Ok);
+                }
+            }
+        });
+        timer_.start();
+    }
+    const std::vector<std::string>& Texts() const { return texts_; }
+
+private:
+    QTimer timer_;
+    std::vector<std::string> texts_;
+};
+
+[[noreturn]] void Fail(const ReportState& state, const std::string& what, int exitCode)
+{
+    WriteErr("pemlo-cli: " + state.file + ": " + what + "\n");
+    throw CLI::RuntimeError(exitCode);
+}
+
+void PrintView(const ReportState& state)
+{
+    Screens& screens = Screens::Instance();
+    screens.Reset();
+    RegisterAllScreens();
+    // The plotting screen beneath the views cleans the readings first, as on the desktop.
+    screens.Show(ScreenId::Frm_CPTData);
+    const ScreenId id = ViewScreen(state.view);
+    if (id != ScreenId::Frm_CPTData) screens.Show(id);
+    QWidget* screen = screens.Get(id);
+    auto* print = screen->findChild<QToolButton*>(QStringLiteral("Print"));
+    if (print == nullptr) Fail(state, "the screen has no Print command", ExitWriteFailed);
+
+    const QString pdf = QString::fromStdString(state.pdf);
+    const int dpi = state.dotsPerInch;
+    const QString paper = QString::fromStdString(state.paper);
+    SetPrinterFactory([=] { return MakeQtPrinter(MakePdfQPrinter(pdf, dpi, paper)); });
+    MessageAnswerer answerer;
+    print->click();
+    SetPrinterFactory({});
+    screens.Reset();
+    if (!answerer.Texts().empty()) Fail(state, answerer.Texts().front() + " (" + state.pdf + ")", ExitWriteFailed);
+}
+
+void RunReport(const ReportState& state)
+{
+    EnsureApplication();
+    Declarations& d = TheRecord();
+    const RoadOptions road = ToRoadOptions(state.options, state.file);
+    const RoadResult result = RunRoad(road, d);
+    if (result.status != RoadStatus::Done)
+        Fail(state, DescribeRoadFailure(result, road, d), ExitCodeOf(result.status));
+    d.ProjectNumber = state.number;
+    d.ProjectTitle = state.title;
+    d.ProjectDate = state.date;
+    d.ProjectLocation = state.location;
+    d.GWT = state.gwt;
+    d.ConeNo = state.coneNo;
+
+    std::error_code ec;
+    std::filesystem::remove(state.pdf, ec);  // a stale file must not pass for this page
+    try {
+        PrintView(state);
+    } catch (const RunTimeError& e) {
+        Screens::Instance().Reset();
+        Fail(state, "Run-time error '" + std::to_string(e.Number()) + "': " + e.Message(), ExitRunTimeFailed);
+    }
+    if (!QFileInfo::exists(QString::fromStdString(state.pdf)))
+        Fail(state, "no page was printed to " + state.pdf, ExitWriteFailed);
+    WriteOut(state.file + " -> " + state.pdf + " (" + state.view + " report)\n");
+}
+
+}  // namespace
+
+void AddReportCommand(CLI::App& app)
+{
+    auto state = std::make_shared<ReportState>();
+    CLI::App* command = app.add_subcommand(
+        "report", "Print the report page of one screen (cpt, results or uv) of a sounding into a PDF file, "
+                  "as the screen's Print command prints it");
+    command->add_option("FILE", state->file, "Cone data file (depth, qc, fs per line)")->required();
+    AddRoadOptions(*command, state->options);
+    command->add_option("--view", state->view, "The screen to print: cpt (CPT data), results "
+                                               "(classification results) or uv (U and V); default results")
+        ->check(CLI::IsMember({"cpt", "results", "uv"}, CLI::ignore_case))
+        ->type_name("cpt|results|uv");
+    command->add_option("--pdf", state->pdf, "The PDF file to write")->required()->type_name("OUT.pdf");
+    command->add_option("--paper", state->paper, "Paper size: letter or a4; default letter")
+        ->check(CLI::IsMember({"letter", "a4"}, CLI::ignore_case))
+        ->type_name("letter|a4");
+    command->add_option("--dpi", state->dotsPerInch, "Printer resolution in dots per inch; default 600")
+        ->check(CLI::Range(72, 2400))
+        ->type_name("N");
+    command->add_option("--number", state->number, "Project number")->type_name("TEXT");
+    command->add_option("--title", state->title, "Project title")->type_name("TEXT");
+    command->add_option("--date", state->date, "Date and time of the sounding")->type_name("TEXT");
+    command->add_option("--location", state->location, "Location or sounding number")->type_name("TEXT");
+    command->add_option("--gwt", state->gwt, "Ground water table")->type_name("TEXT");
+    command->add_option("--cone-no", state->coneNo, "Cone number")->type_name("TEXT");
+    command->callback([state] { RunReport(*state); });
+}
+
+}  // namespace pemlo::cli
