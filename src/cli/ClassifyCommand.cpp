@@ -34,7 +34,9 @@ std::vector<fs::path> ResultPaths(const ClassifyState& state)
     for (const std::string& file : state.files) {
         fs::path target = fs::path(state.outDir) / fs::path(file).stem();
         target += "." + FileExtension(state.options.format);
-        const fs::path key = fs::weakly_canonical(target);
+        std::error_code ec;
+        fs::path key = fs::weakly_canonical(target, ec);
+        if (ec) key = fs::absolute(target, ec).lexically_normal();
         if (const auto it = taken.find(key); it != taken.end())
             throw CLI::ValidationError("--out-dir", file + " and " + it->second + " would both be written to " +
                                                         target.string());
