@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QChar>
+#include <ostream>
 
 #include "IntervalRecord.h"
 #include "views/ChartSurface.h"
@@ -23,6 +24,11 @@ struct ConeCase {
 };
 
 const QString Sq = QString(QChar(0x00B2));
+
+void PrintTo(const ConeCase& c, std::ostream* os)
+{
+    *os << "plot " << c.index << ", graph units " << c.graphUnits;
+}
 
 class ConePlotCases : public ::testing::TestWithParam<ConeCase> {};
 

@@ -3,6 +3,7 @@
 // colours, depth titles, and the uncaught index error of a one-interval grid.
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <vector>
 
 #include "IntervalRecord.h"
@@ -31,6 +32,8 @@ struct RangeCase {
     std::vector<float> v;
     double uMin, uMax, vMin, vMax, bothMin, bothMax;
 };
+
+void PrintTo(const RangeCase& c, std::ostream* os) { *os << c.what; }
 
 class IndexAxisCases : public ::testing::TestWithParam<RangeCase> {};
 
@@ -69,6 +72,8 @@ struct UnitsCase {
     Integer graphUnits;
     const char* depthTitle;
 };
+
+void PrintTo(const UnitsCase& c, std::ostream* os) { *os << "graph units " << c.graphUnits; }
 
 class IndexChartUnits : public ::testing::TestWithParam<UnitsCase> {};
 
