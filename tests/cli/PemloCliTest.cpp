@@ -198,7 +198,8 @@ TEST_P(PemloCliMilliVolts, ConvertWithTheConeFactors)
 
 INSTANTIATE_TEST_SUITE_P(Graphs, PemloCliMilliVolts,
                          ::testing::Values(MilliVoltCase{"english", "32.8084,522.1387,5.221387"},
-                                           MilliVoltCase{"si", "10,50,0.5"}));
+                                           MilliVoltCase{"si", "10,50,0.5"}),
+                         [](const auto& info) { return std::string(info.param.graphUnits); });
 
 TEST(PemloCli, TableAndJsonCarryTheUnitsOfTheGraphs)
 {

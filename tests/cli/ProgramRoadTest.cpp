@@ -19,6 +19,7 @@ using cli::test::ScratchDir;
 using cli::test::WriteDataFile;
 
 struct RoutingCase {
+    const char* name;
     Integer dataUnits;
     Integer graphUnits;
     Integer dataUnitsAfter;
@@ -43,12 +44,13 @@ TEST_P(RoutingToGraphUnits, ConvertsOnlyWhereTheUnitsDiffer)
 }
 
 INSTANTIATE_TEST_SUITE_P(Units, RoutingToGraphUnits,
-                         ::testing::Values(RoutingCase{DataEnglish, GraphEnglish, DataEnglish, 30.0f},
-                                           RoutingCase{DataEnglish, GraphSI, DataSI, 9.144f},
-                                           RoutingCase{DataSI, GraphEnglish, DataEnglish, 98.4252f},
-                                           RoutingCase{DataSI, GraphSI, DataSI, 30.0f},
+                         ::testing::Values(RoutingCase{"EnglishAsIs", DataEnglish, GraphEnglish, DataEnglish, 30.0f},
+                                           RoutingCase{"EnglishToSI", DataEnglish, GraphSI, DataSI, 9.144f},
+                                           RoutingCase{"SIToEnglish", DataSI, GraphEnglish, DataEnglish, 98.4252f},
+                                           RoutingCase{"SIAsIs", DataSI, GraphSI, DataSI, 30.0f},
                                            // millivolts wait for the cone factors
-                                           RoutingCase{DataMilliVolts, GraphSI, DataMilliVolts, 30.0f}));
+                                           RoutingCase{"MilliVoltsWait", DataMilliVolts, GraphSI, DataMilliVolts, 30.0f}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(DefaultGraphUnits, FollowTheDataUnitsAsTheOpenFileScreenSetsThem)
 {
