@@ -2,6 +2,8 @@
 // axis in the cone charts, the x axis where the chart's axes are exchanged.
 #include "views/ChartRender.h"
 
+#include "views/ChartThinning.h"
+
 #include <QAreaSeries>
 #include <QChart>
 #include <QFontMetricsF>
@@ -153,7 +155,14 @@ QPointF Place(const ChartSurface& s, const ChartSurface::Series& series, size_t 
     return s.AxesExchanged() ? QPointF(value, x) : QPointF(x, value);
 }
 
-void AddLines(QChart& chart, const ChartSurface& s)
+// The depth one pixel covers on screen, for thinning long lines; 0: draw them whole.
+double DepthPixel(const ChartSurface& s, double plotHeight)
+{
+    const DrawnRange r = RangeOf(s, s.AxesExchanged() ? XAxis : ValueAxis);
+    return plotHeight > 0 ? (r.high - r.low) / plotHeight : 0.0;
+}
+
+void AddLines(QChart& chart, const ChartSurface& s, double depthPixel)
 {
     const Integer marker = s.PlotSetting('C');
     for (Integer k = 0; k < s.SeriesCount(); ++k) {
@@ -168,7 +177,8 @@ void AddLines(QChart& chart, const ChartSurface& s)
             line->setPointsVisible(true);
             line->setMarkerSize(marker);
         }
-        line->replace(points);
+        // Thinning works along the drawn vertical, which is depth.
+        line->replace(depthPixel > 0 && marker <= 0 ? ThinForScreen(points, depthPixel) : points);
         chart.addSeries(line);
     }
 }
@@ -225,10 +235,10 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
         caption->setBrush(FromColorRef(s.TitleColor(2).value_or(0)));
     }
 
-    if (Stacked(s)) AddStackedAreas(chart, s);
-    else AddLines(chart, s);
-
     const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
+    if (Stacked(s)) AddStackedAreas(chart, s);
+    else AddLines(chart, s, options.thin ? DepthPixel(s, size.height()) : 0.0);
+
     const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
     const Integer horizontal = s.AxesExchanged() ? ValueAxis : XAxis;
     QValueAxis* h = MakeAxis(s, horizontal, size.width());

@@ -16,6 +16,7 @@ namespace pemlo {
 
 struct ChartRenderOptions {
     bool printing = false;   // the print options (series legend) apply
+    bool thin = false;       // long lines thinned to the screen's pixels
 };
 
 // Empties `chart` and fills it from the model.

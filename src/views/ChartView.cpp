@@ -66,7 +66,6 @@ ChartView::ChartView(QWidget* parent)
     view_->setRenderHint(QPainter::Antialiasing);
     view_->setFrameShape(QFrame::NoFrame);
     view_->setBackgroundBrush(Qt::white);
-    view_->setRubberBand(QChartView::RectangleRubberBand);
     layout->addWidget(view_, 1);
 
     static_cast<PlotView*>(view_)->resized = [this] { Relayout(); };
@@ -76,41 +75,61 @@ ChartView::ChartView(QWidget* parent)
 
 void ChartView::UpdateTools() { tools_->setVisible(surface_->ShowsTool(QStringLiteral("Toolbar"))); }
 
-// Redraws from the model; a model changed since the last drawing (points written
-// without a refresh, as a failed plot leaves them) is drawn when the chart shows.
+// A refresh redraws a chart on screen at once; a hidden chart (a screen still
+// loading) draws when it shows, which also draws a model changed without a refresh,
+// as a plot that failed half-way leaves it.
 void ChartView::Redraw()
 {
     UpdateTools();
+    if (isVisible()) Fill();
+}
+
+void ChartView::Fill()
+{
     const QSize size = view_->size();
     surface_->SetScreenSize(size.width(), size.height());
     chart_->zoomReset();
-    FillChart(*chart_, *surface_, ChartRenderOptions{});
+    ChartRenderOptions options;
+    options.thin = !zoomed_;
+    FillChart(*chart_, *surface_, options);
     drawnRevision_ = surface_->Revision();
 }
 
 void ChartView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    if (drawnRevision_ != surface_->Revision()) Redraw();
+    if (drawnRevision_ != surface_->Revision()) Fill();
 }
 
 void ChartView::Relayout()
 {
     const QSize size = view_->size();
     surface_->SetScreenSize(size.width(), size.height());
-    if (drawnRevision_ == surface_->Revision()) {
-        // Tick spacing depends on the axis length: the chart is filled again, the model is not touched.
-        FillChart(*chart_, *surface_, ChartRenderOptions{});
-    }
+    // Tick spacing and thinning follow the size: the chart is filled again, the model is not touched.
+    if (drawnRevision_ == surface_->Revision()) Fill();
 }
 
-void ChartView::ZoomIn() { chart_->zoomIn(); }
+// Zooming in draws every reading; back at the whole chart, long lines are thinned again.
+void ChartView::ZoomIn()
+{
+    if (!zoomed_) {
+        zoomed_ = true;
+        Fill();
+    }
+    chart_->zoomIn();
+}
+
 void ChartView::ZoomOut() { chart_->zoomOut(); }
-void ChartView::ZoomReset() { chart_->zoomReset(); }
+
+void ChartView::ZoomReset()
+{
+    zoomed_ = false;
+    Fill();
+}
 
 QImage ChartView::ChartImage() const
 {
-    if (drawnRevision_ != surface_->Revision()) const_cast<ChartView*>(this)->Redraw();
+    if (drawnRevision_ != surface_->Revision()) const_cast<ChartView*>(this)->Fill();
     return view_->grab().toImage();
 }
 

@@ -37,6 +37,7 @@ protected:
 
 private:
     void Redraw();
+    void Fill();
     void Relayout();
     void UpdateTools();
 
@@ -45,6 +46,7 @@ private:
     QChart* chart_;
     QToolBar* tools_;
     unsigned drawnRevision_ = ~0u;
+    bool zoomed_ = false;
 };
 
 }  // namespace pemlo

@@ -152,6 +152,7 @@ TEST(ChartDrawing, RefreshBeforeEndDataShowsEveryPoint)
 {
     ChartView view;
     view.resize(300, 450);
+    view.show();
     ChartSurface& chart = view.Surface();
     chart.BeginData(Values, 1, 500);
     chart.BeginData(XValues, 1, 500);
@@ -159,6 +160,7 @@ TEST(ChartDrawing, RefreshBeforeEndDataShowsEveryPoint)
         chart.SetValue(0, p, p);
         chart.SetXValue(0, p, p % 7);
     }
+    ASSERT_TRUE(view.Chart()->series().isEmpty()) << "nothing drawn before the refresh";
     chart.Refresh();
     ASSERT_EQ(view.Chart()->series().size(), 1);
     const auto* line = qobject_cast<QLineSeries*>(view.Chart()->series().first());
