@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -76,6 +77,8 @@ struct FailureCase {
     int exitCode;
     const char* message;  // must appear on standard error
 };
+
+void PrintTo(const FailureCase& c, std::ostream* os) { *os << c.name; }
 
 std::vector<std::string> Numbered(int count, const std::string& rest)
 {
@@ -179,6 +182,8 @@ struct MilliVoltCase {
     const char* graphUnits;
     const char* expected;  // depth, qc, fs as printed in the published conversion example
 };
+
+void PrintTo(const MilliVoltCase& c, std::ostream* os) { *os << c.graphUnits; }
 
 class PemloCliMilliVolts : public ::testing::TestWithParam<MilliVoltCase> {};
 

@@ -1,6 +1,7 @@
 // The road of one sounding in one call: the same numbers as the screens' steps, the
 // routing to the graph units, and records that never share anything.
 #include <cstring>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -25,6 +26,8 @@ struct RoutingCase {
     Integer dataUnitsAfter;
     float depthAfter;  // of a reading at depth 30 in the file's units
 };
+
+void PrintTo(const RoutingCase& c, std::ostream* os) { *os << c.name; }
 
 class RoutingToGraphUnits : public ::testing::TestWithParam<RoutingCase> {};
 
