@@ -183,10 +183,11 @@ TEST_F(InfoWindows, ModalSizedFromTheScreenAndClosedByOk)
             QWidget* window = Screens::Instance().Get(id);
             EXPECT_EQ(window->objectName(), ScreenName(id));
             EXPECT_EQ(window->windowModality(), Qt::ApplicationModal);
-            EXPECT_EQ(window->width(), static_cast<int>(0.72 * screen.width()));
-            EXPECT_EQ(window->height(), static_cast<int>(0.6 * screen.height()));
             const QString text = Text(id)->toPlainText();
             Screens::Instance().Show(id);
+            // Shown, not only built: the contents must not force a larger window.
+            EXPECT_EQ(window->width(), static_cast<int>(0.72 * screen.width()));
+            EXPECT_EQ(window->height(), static_cast<int>(0.6 * screen.height()));
             auto* ok = window->findChild<QPushButton*>(QStringLiteral("CmdOK"));
             ASSERT_NE(ok, nullptr);
             EXPECT_EQ(ok->text(), QStringLiteral("OK"));
