@@ -6,7 +6,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QRegularExpression>
-#include <cstdlib>
+#include <locale.h>
+#include <stdlib.h>
 #include <string>
 
 #include "core/Declarations.h"
@@ -77,7 +78,9 @@ float TextToSingle(const QString& text)
     for (char& c : number) {
         if (c == 'd' || c == 'D') c = 'E';
     }
-    return ToSingle(std::strtod(number.c_str(), nullptr));
+    // The decimal point is always ".", whatever the user's locale says.
+    static const locale_t cLocale = newlocale(LC_NUMERIC_MASK, "C", locale_t{});
+    return ToSingle(strtod_l(number.c_str(), nullptr, cLocale));
 }
 
 }  // namespace
