@@ -9,7 +9,6 @@
 #include <QFontMetricsF>
 #include <QGraphicsLayout>
 #include <QGraphicsScene>
-#include <QGraphicsSimpleTextItem>
 #include <QLegend>
 #include <QLineSeries>
 #include <QPainter>
@@ -24,10 +23,8 @@ namespace {
 constexpr int DefaultLabelPoints = 8;
 constexpr int CaptionPoints = 10;
 constexpr int AxisTitlePoints = 9;
-constexpr double RightRoom = 14.0;   // half a label beyond the last tick
 constexpr int DefaultWidth = 270;    // a chart never shown and never sized
 constexpr int DefaultHeight = 455;
-constexpr int CaptionKey = 0x43415054;   // marks the caption item among the chart's children
 
 QColor FromColorRef(ColorRef c)
 {
@@ -175,7 +172,8 @@ void AddLines(QChart& chart, const ChartSurface& s, double depthPixel)
         line->setPen(SeriesPen(s, k));
         if (marker > 0) {
             line->setPointsVisible(true);
-            line->setMarkerSize(marker);
+            // The marker's outline is drawn with the line's pen: the whole dot is the setting.
+            line->setMarkerSize(std::max(2, marker - std::max<Integer>(1, s.PlotSetting('D'))));
         }
         // Thinning works along the drawn vertical, which is depth.
         line->replace(depthPixel > 0 && marker <= 0 ? ThinForScreen(points, depthPixel) : points);
@@ -220,20 +218,14 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
         delete a;
     }
     chart.setAnimationOptions(QChart::NoAnimation);
-    // The plot area is placed by hand (LayoutChart), and a chart with a fixed plot
-    // area no longer lays out its own background and title: the caption is an item of
-    // ours and the background is the view's (or the page's) white.
-    chart.setBackgroundVisible(false);
+    chart.setBackgroundVisible(true);
+    chart.setBackgroundBrush(Qt::white);
+    chart.setBackgroundPen(Qt::NoPen);
+    chart.setBackgroundRoundness(0);
     chart.setDropShadowEnabled(false);
-    chart.setTitle(QString());
-    for (QGraphicsItem* child : chart.childItems())
-        if (child->data(CaptionKey).toBool()) delete child;
-    if (!s.Title(2).isEmpty()) {
-        auto* caption = new QGraphicsSimpleTextItem(s.Title(2), &chart);
-        caption->setData(CaptionKey, true);
-        caption->setFont(Arial(CaptionPoints, true));
-        caption->setBrush(FromColorRef(s.TitleColor(2).value_or(0)));
-    }
+    chart.setTitle(s.Title(2));
+    chart.setTitleFont(Arial(CaptionPoints, true));
+    chart.setTitleBrush(FromColorRef(s.TitleColor(2).value_or(0)));
 
     const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
     if (Stacked(s)) AddStackedAreas(chart, s);
@@ -259,53 +251,30 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
     LayoutChart(chart, s, options);
 }
 
+// Qt lays the chart out; the margins around it give the plot settings their room:
+// the depth labels start at least the left margin setting in from the edge (more
+// where labels or title need it), the top margin setting lies below the caption.
 void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& options)
 {
-    const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
     const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
-    const Integer horizontal = s.AxesExchanged() ? ValueAxis : XAxis;
-    auto labelHeight = [&](Integer axis) {
-        const Integer pts = s.AxisOf(axis).fontSize;
-        return QFontMetricsF(Arial(pts > 0 ? pts : DefaultLabelPoints)).height();
-    };
-    const double titleRoom = QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 4.0;
-
-    // The left room holds the depth labels: at least the chart's setting, more when
-    // the labels or the depth title need it, so that nothing is clipped.
     const DrawnRange r = RangeOf(s, vertical);
-    const QFontMetricsF fmV(Arial(s.AxisOf(vertical).fontSize > 0 ? s.AxisOf(vertical).fontSize : DefaultLabelPoints));
-    const double labelsWidth = std::max(fmV.horizontalAdvance(QString::number(r.low, 'g', 6)),
-                                        fmV.horizontalAdvance(QString::number(r.high, 'g', 6))) + 12.0;
-    const double left = std::max<double>(s.PlotSetting('A'), labelsWidth + (s.AxisOf(vertical).title.isEmpty() ? 0 : titleRoom)) + 4.0;
-
-    const double caption = s.Title(2).isEmpty() ? 4.0 : QFontMetricsF(Arial(CaptionPoints, true)).height() + 8.0;
-    double top = caption + std::max<Integer>(0, s.PlotSetting('B')) + 4.0;
-    double bottom = labelHeight(horizontal) + 10.0 + (s.AxisOf(horizontal).title.isEmpty() ? 0 : titleRoom);
+    const Integer pts = s.AxisOf(vertical).fontSize;
+    const QFontMetricsF fm(Arial(pts > 0 ? pts : DefaultLabelPoints));
+    const double labels = std::max(fm.horizontalAdvance(QString::number(r.low, 'g', 6)),
+                                   fm.horizontalAdvance(QString::number(r.high, 'g', 6))) + 8.0;
+    const double title = s.AxisOf(vertical).title.isEmpty() ? 0.0 : QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 4.0;
+    const int left = std::max(4, static_cast<int>(std::lround(s.PlotSetting('A') - labels - title)));
+    const int top = 2 + std::max<Integer>(0, s.PlotSetting('B'));
+    chart.setMargins(QMargins(left, top, 8, 4));
+    if (chart.layout()) chart.layout()->setContentsMargins(0, 0, 0, 0);
 
     QLegend* legend = chart.legend();
     if (legend->isVisible()) {
-        const double h = options.printing && s.PrintOptionC() > 0 ? s.PrintOptionC() : QFontMetricsF(legend->font()).height() + 10.0;
-        legend->detachFromChart();
-        legend->setBackgroundVisible(false);
         const bool below = !options.printing || (s.PrintOptionB() & 256) != 0;
-        if (below) {
-            legend->setGeometry(QRectF(0, size.height() - h, size.width(), h));
-            bottom += h;
-        } else {
-            legend->setGeometry(QRectF(0, caption, size.width(), h));
-            top += h;
-        }
+        legend->setAlignment(below ? Qt::AlignBottom : Qt::AlignTop);
+        legend->setBackgroundVisible(false);
+        if (options.printing && s.PrintOptionC() > 0) legend->setMaximumHeight(s.PrintOptionC());
     }
-    for (QGraphicsItem* child : chart.childItems())
-        if (child->data(CaptionKey).toBool()) {
-            // The caption stands centred above the plot; a caption wider than the chart
-            // keeps its start in view.
-            const double w = child->boundingRect().width();
-            child->setPos(std::max(2.0, (size.width() - w) / 2.0), 4.0);
-        }
-    const QRectF plot(left, top, std::max(10.0, size.width() - left - RightRoom),
-                      std::max(10.0, size.height() - top - bottom));
-    chart.setPlotArea(plot);
     // Lay the chart out now: a chart painted before the event loop runs again (a
     // page, an image, a grab) must not show the layout of its previous size.
     if (QGraphicsLayout* layout = chart.layout()) {
@@ -328,7 +297,6 @@ void RenderChart(const ChartSurface& s, QPainter& painter, const QRectF& target,
     FillChart(*chart, s, options);
     scene.setSceneRect(QRectF(QPointF(0, 0), logical));
     painter.save();
-    painter.fillRect(target, Qt::white);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
     scene.render(&painter, target, scene.sceneRect(), Qt::IgnoreAspectRatio);

@@ -92,7 +92,10 @@ void ResultScreen::AddProjectBand(const std::vector<ProjectBandItem>& items)
 
 void ResultScreen::FillProjectBand(const Declarations& d)
 {
-    for (const BandBox& b : band_) b.box->setText(FieldText(d, b.field));
+    for (const BandBox& b : band_) {
+        b.box->setText(FieldText(d, b.field));
+        b.box->setCursorPosition(0);   // a text wider than its box shows its start
+    }
 }
 
 QLineEdit* ResultScreen::ProjectBox(const QString& boxName) const
