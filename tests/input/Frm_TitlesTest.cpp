@@ -2,10 +2,12 @@
 // where it routes the readings, its data entry error, and Cancel.
 #include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 #include <QTest>
 
 #include "EntryScreensFixture.h"
 #include "support/ModalWatcher.h"
+#include "views/Frm_CPTData.h"
 
 namespace pemlo::test {
 namespace {
@@ -225,6 +227,52 @@ TEST_F(TitlesScreen, CancelReturnsToTheOpenFileScreenFreshIfOkClosedIt)
     EXPECT_TRUE(Loaded(ScreenId::Frm_OpenFile));
     EXPECT_TRUE(Screens::Instance().Get(ScreenId::Frm_OpenFile)->isVisible());
     EXPECT_EQ(openFileBuilds, 2);
+}
+
+// With the real plots: they open on the converted readings, Back reveals this screen
+// (hidden by the cone factors for millivolt data), and OK again converts nothing.
+TEST_F(TitlesScreen, RoundTripThroughThePlotsConvertsOnce)
+{
+    const struct {
+        const char* name;
+        Integer dataUnits;
+        bool titlesVisibleBehindPlots;
+    } cases[] = {
+        {"SI readings", DataSI, true},
+        {"millivolt readings", DataMilliVolts, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Restart();
+        RegisterFrm_CPTData();
+        Declarations& d = TheRecord();
+        OneReading(c.dataUnits, GraphEnglish);
+        d.Depth[2] = 10.1f;
+        d.Q_Tip[2] = 1.0f;
+        d.Q_Sleeve[2] = 1.0f;
+        d.NumLines = 2;
+        Frm_Titles* titles = ShowTitles();
+        WhenShown accept(ScreenId::Frm_ConeFactors, [](QWidget* screen) {
+            QTest::mouseClick(screen->findChild<QPushButton*>(QStringLiteral("CmdNext")), Qt::LeftButton);
+        });
+        QTest::mouseClick(titles->findChild<QPushButton*>(QStringLiteral("CmdOK")), Qt::LeftButton);
+        ASSERT_TRUE(Loaded(ScreenId::Frm_CPTData));
+        EXPECT_EQ(titles->isVisible(), c.titlesVisibleBehindPlots);
+        EXPECT_EQ(d.DataUnits, DataEnglish);
+        const float depthInFeet = d.Depth[1];
+        EXPECT_NEAR(depthInFeet, 32.8084, 1e-4);
+
+        auto* back = Screens::Instance().Get(ScreenId::Frm_CPTData)->findChild<QToolButton*>(QStringLiteral("Back"));
+        ASSERT_NE(back, nullptr);
+        QTest::mouseClick(back, Qt::LeftButton);
+        EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
+        EXPECT_TRUE(titles->isVisible());
+
+        QTest::mouseClick(titles->findChild<QPushButton*>(QStringLiteral("CmdOK")), Qt::LeftButton);
+        EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
+        EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));  // English now: no factors asked again
+        EXPECT_EQ(d.Depth[1], depthInFeet);
+    }
 }
 
 }  // namespace
