@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <algorithm>
 
 namespace pemlo::test {
@@ -88,7 +89,13 @@ void ModalWatcher::Answer(QFileDialog* dialog)
         seen.refused = true;
         dialog->reject();
     } else {
-        dialog->selectFile(answer);
+        // Typed into the file name box, as a user would: selectFile() leaves a focused
+        // box alone on a real display.
+        if (auto* box = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+            box->setText(answer);
+        } else {
+            dialog->selectFile(answer);
+        }
         QMetaObject::invokeMethod(dialog, "accept", Qt::DirectConnection);
         if (dialog->isVisible()) {
             seen.refused = true;

@@ -1,0 +1,100 @@
+// The data file preview: what it shows of files of every size, its failure message,
+// and that each "View Data File" replaces the earlier preview.
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "input/Frm_OpenFile.h"
+#include "input/Frm_ViewFile.h"
+#include "support/ModalWatcher.h"
+#include "support/ScreenFixture.h"
+
+namespace pemlo {
+namespace {
+
+using test::ModalWatcher;
+
+std::string Bytes(std::size_t count)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < count; ++i) {
+        bytes += static_cast<char>('a' + i % 26);
+    }
+    return bytes;
+}
+
+class ViewFileTest : public test::ScreenFixture {
+protected:
+    Frm_ViewFile* View(const QString& path, ModalWatcher& watcher)
+    {
+        screens().Show(ScreenId::Frm_OpenFile);
+        watcher.ChooseFile(path);
+        Find<QPushButton>(screens().Get(ScreenId::Frm_OpenFile), "CmdViewFile")->click();
+        return screens().IsLoaded(ScreenId::Frm_ViewFile) ? screens().GetAs<Frm_ViewFile>(ScreenId::Frm_ViewFile)
+                                                          : nullptr;
+    }
+};
+
+TEST_F(ViewFileTest, ShowsAllButTheLastByteUpToTheLimit)
+{
+    const std::string marker = MoreDataMarker;
+    const std::string lines = Bytes(998) + "\r\n";
+    struct Case {
+        const char* what;
+        std::string file;
+        QString expected;
+    } const cases[] = {
+        {"one byte", "x", ""},
+        {"1000 bytes ending in CR LF", lines, QString::fromStdString(lines.substr(0, 999))},
+        {"56000 bytes", Bytes(56000), QString::fromStdString(Bytes(55999))},
+        {"56001 bytes", Bytes(56001), QString::fromStdString(Bytes(56000) + marker)},
+        {"200000 bytes", Bytes(200000), QString::fromStdString(Bytes(56000) + marker)},
+        {"Windows-1252 text", "\x80 5\xB0 \xE9t\xE9!", QString::fromUtf8("\u20AC 5\u00B0 \u00E9t\u00E9")},
+    };
+    for (const Case& c : cases) {
+        Fresh();
+        ModalWatcher watcher;
+        const QString path = WriteFile("cone.txt", c.file);
+        Frm_ViewFile* preview = View(path, watcher);
+        ASSERT_NE(preview, nullptr) << c.what;
+        EXPECT_TRUE(watcher.Messages().empty()) << c.what;
+        EXPECT_TRUE(preview->isVisible());
+        EXPECT_EQ(preview->windowTitle(), path);
+        EXPECT_EQ(preview->Text(), c.expected) << c.what;
+        auto* text1 = Find<QPlainTextEdit>(preview, "Text1");
+        // The text box shows line ends as its own paragraph breaks.
+        QString shown = c.expected;
+        shown.replace("\r\n", "\n").replace('\r', '\n');
+        EXPECT_EQ(text1->toPlainText(), shown) << c.what;
+        EXPECT_FALSE(ProgramChannels().IsOpen(TheRecord().FileNum)) << c.what;
+    }
+}
+
+TEST_F(ViewFileTest, EmptyFileFailsAndIsNotShown)
+{
+    ModalWatcher watcher;
+    Frm_ViewFile* preview = View(WriteFile("empty.txt", ""), watcher);
+    EXPECT_EQ(preview, nullptr);
+    ASSERT_EQ(watcher.Messages().size(), 1u);
+    EXPECT_EQ(watcher.Messages()[0].text, "Could not read data from file");
+    EXPECT_EQ(watcher.Messages()[0].title, "Open File Error");
+    EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+    // The failure path leaves the channel open, as the file procedures do.
+    EXPECT_TRUE(ProgramChannels().IsOpen(TheRecord().FileNum));
+    EXPECT_FALSE(screens().HasEnded());
+}
+
+TEST_F(ViewFileTest, SecondViewReplacesTheFirst)
+{
+    ModalWatcher watcher;
+    QPointer<Frm_ViewFile> first = View(WriteFile("one.txt", "first file\r\n"), watcher);
+    ASSERT_FALSE(first.isNull());
+    Frm_ViewFile* second = View(WriteFile("two.txt", "second file\r\n"), watcher);
+    Settle();
+    EXPECT_TRUE(first.isNull());
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(second->Text(), "second file\r");
+    EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_OpenFile));
+}
+
+}  // namespace
+}  // namespace pemlo
