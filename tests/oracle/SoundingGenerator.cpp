@@ -62,6 +62,7 @@ Sounding SoundingGenerator::Next()
     const int kind = Below(13);
     if (kind == 12) n = 4000, spacing = 0.005;
     if (kind == 5) top = 0.4 + Uniform() * 60.0;
+    if (kind == 9) n = 2 + Below(40);  // tens of thousands of intervals: few readings keep the scan short
     if (kind == 9) spacing = (Chance(0.5) ? 3276.79 : 3000.0 + Uniform() * 1000.0) / n;
 
     for (int k = 0; k < n; ++k) {
