@@ -50,9 +50,12 @@ struct Probabilities {
 void StoreRawProbabilities(const Probabilities& p, double U)
 {
     if (-0.14 <= U && U <= 2.91) {
-        p.sand = ToSingle(0.0900763 * std::pow(U, 2) + 0.0741935 * U + 0.00132408);
-        p.silt = ToSingle(0.0611049 * std::pow(U, 3) - 0.499014 * std::pow(U, 2) + 0.896769 * U + 0.147853);
-        p.clay = ToSingle(-0.0296526 * std::pow(U, 3) + 0.275413 * std::pow(U, 2) - 0.841851 * U + 0.848617);
+        // Each power once: the power operation gives the same bits every time.
+        const double U2 = std::pow(U, 2);
+        const double U3 = std::pow(U, 3);
+        p.sand = ToSingle(0.0900763 * U2 + 0.0741935 * U + 0.00132408);
+        p.silt = ToSingle(0.0611049 * U3 - 0.499014 * U2 + 0.896769 * U + 0.147853);
+        p.clay = ToSingle(-0.0296526 * U3 + 0.275413 * U2 - 0.841851 * U + 0.848617);
         if (p.sand < 0.0035) p.sand = ToSingle(0.0035);
         if (p.silt < 0.0184) p.silt = ToSingle(0.0184);
         if (p.clay < 0) p.clay = 0.0f;
