@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -12,9 +13,11 @@
 #include "classify/ReadingSteps.h"
 #include "classify/RefineLayers.h"
 #include "core/Declarations.h"
+#include "input/Module_FileData.h"
 #include "input/Module_Units.h"
 #include "oracle/Oracle.h"
 #include "oracle/SoundingGenerator.h"
+#include "runtime/FileChannels.h"
 #include "runtime/RunTimeError.h"
 
 namespace pemlo {
@@ -235,6 +238,39 @@ TEST(OracleComparison, AveragingRunsOffTheReadings)
         EXPECT_EQ(program.error, expected.error);
         ExpectSameState(d, r);
     }
+}
+
+// Published soundings, read by the program's own reader, on both graph-unit routes.
+TEST(OracleComparison, RealSoundingsAgreeBitForBit)
+{
+    const std::string dir = PEMLO_SOUNDINGS_DIR;
+    if (dir.empty()) GTEST_SKIP() << "no soundings directory";
+    int compared = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(dir)) {
+        if (entry.path().extension() != ".txt") continue;
+        Declarations loaded;
+        FileChannels files;
+        loaded.DataFileName = entry.path().string();
+        loaded.NumTitleLines = 10;
+        loaded.FileNum = files.FreeFile();
+        ASSERT_EQ(LoadDataFile(loaded, files).outcome, ReadOutcome::Loaded) << loaded.DataFileName;
+        for (const Integer graphUnits : {GraphSI, GraphEnglish}) {
+            Sounding s;
+            s.kind = entry.path().filename().string();
+            s.dataUnits = DataSI;
+            s.graphUnits = graphUnits;
+            s.numLines = loaded.NumLines;
+            for (int k = 1; k <= loaded.NumLines; ++k) {
+                s.depth.push_back(loaded.Depth[k]);
+                s.tip.push_back(loaded.Q_Tip[k]);
+                s.sleeve.push_back(loaded.Q_Sleeve[k]);
+            }
+            Declarations d;
+            Record r;
+            EXPECT_EQ(Compare(d, r, s, ++compared).step, "done");
+        }
+    }
+    EXPECT_GT(compared, 0);
 }
 
 }  // namespace
