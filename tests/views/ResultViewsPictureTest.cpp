@@ -22,6 +22,7 @@
 #include "views/Frm_UandV.h"
 #include "views/IndexPlots.h"
 #include "views/LegendPictures.h"
+#include "views/Module_ConePlots.h"
 
 namespace pemlo {
 namespace {
@@ -112,22 +113,54 @@ int DistinctColours(const QImage& image)
     return static_cast<int>(seen.size());
 }
 
-// U grows with depth: if the shallowest interval is drawn at the top, the blue line
-// runs from the upper left to the lower right.
+// Every plotted quantity of the prepared record grows with depth: U, the interval tip
+// resistance and the probability of sand. With the shallowest interval drawn at the
+// top, each line (or the sand area, which starts at 0 %) leans from the upper left
+// to the lower right, on the axes-exchanged soil chart too.
 TEST(ResultCharts, ShallowestDepthIsDrawnAtTheTop)
 {
-    Declarations d;
+    Screens::Instance().Reset();
+    ResetRecord();
+    Declarations& d = TheRecord();
     testing::FillIntervals(d, 60, GraphSI);
-    ChartSurface u, v, uv;
+    ChartSurface u, v, uv, tip;
     PlotIndexCharts(d, u, v, uv);
-    QImage image(300, 500, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    u.PaintTo(&image, 0, 0, 300, 500, 1, 0);
-    const double upper = MeanColumn(image, qRgb(0, 0, 255), 0.25, 0.45);
-    const double lower = MeanColumn(image, qRgb(0, 0, 255), 0.65, 0.85);
-    ASSERT_GT(upper, 0) << "no blue line in the upper half";
-    ASSERT_GT(lower, 0) << "no blue line in the lower half";
-    EXPECT_LT(upper, lower);
+    Integer tipIndex = 0;
+    ConePlot(d, tipIndex, tip);
+    // The screen loads from a plain sounding, then its soil chart draws the prepared record.
+    d.DataUnits = DataSI;
+    for (int k = 1; k <= 120; ++k) {
+        d.Depth[k] = 0.05f * static_cast<float>(k);
+        d.Q_Tip[k] = 5.0f;
+        d.Q_Sleeve[k] = 0.05f;
+    }
+    d.NumLines = 120;
+    auto screen = std::make_unique<Frm_Pemlo01>();
+    testing::FillIntervals(d, 60, GraphSI);
+    screen->SoilPlot(screen->ChartFX(3));
+    struct Case {
+        const char* what;
+        const ChartSurface* chart;
+        QRgb colour;
+    };
+    const Case cases[] = {
+        {"U chart", &u, qRgb(0, 0, 255)},
+        {"tip cone plot", &tip, qRgb(0, 0, 255)},
+        {"soil chart", &screen->ChartFX(3), qRgb(255, 255, 153)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        QImage image(300, 500, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        c.chart->PaintTo(&image, 0, 0, 300, 500, 1, 0);
+        const double upper = MeanColumn(image, c.colour, 0.25, 0.45);
+        const double lower = MeanColumn(image, c.colour, 0.65, 0.85);
+        ASSERT_GT(upper, 0) << "nothing of the series in the upper half";
+        ASSERT_GT(lower, 0) << "nothing of the series in the lower half";
+        EXPECT_LT(upper, lower);
+    }
+    screen.reset();
+    ResetRecord();
 }
 
 bool LoadSounding(Declarations& d, const QString& name)
