@@ -129,6 +129,10 @@ bool Screens::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Close) {
         const QVariant index = watched->property("pemloScreen");
+        if (index.isValid() && watched->property("ignoresCloseBox").toBool()) {
+            event->ignore();
+            return true;
+        }
         if (index.isValid()) {
             // The frame's close box: this screen alone is unloaded, its private values stay.
             const auto id = static_cast<ScreenId>(index.toInt());

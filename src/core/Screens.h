@@ -58,6 +58,10 @@ public:
     // Back to program start (tests): every screen unloaded, nothing ended.
     void Reset();
 
+    // A screen whose "ignoresCloseBox" property is true stays when the window system
+    // asks it to close (the splash: it goes on its own, and must not leave the
+    // program running without a window).
+
     // A screen's private values: they outlive its controls when the user closes it
     // with the frame's close box, and are dropped when the program closes it (which
     // empties its reference). Screens read them in their constructors.

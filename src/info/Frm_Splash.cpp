@@ -66,7 +66,16 @@ Frm_Splash::Frm_Splash(QWidget* parent)
         label->setFont(font);
         Place(label, spec.rect);
     }
-    AddLines({{"Line1", 2400, 2580, 6900, 2580}, {"Line2", 300, 4080, 6900, 4080}});
+    AddLines({{"Line1", 2400, 2580, 6900, 2580},
+              {"Line2", 300, 4080, 6900, 4080},
+              // A frameless window needs its own edge.
+              {"Edge1", 15, 15, 7185, 15},
+              {"Edge2", 7185, 15, 7185, 4785},
+              {"Edge3", 7185, 4785, 15, 4785},
+              {"Edge4", 15, 4785, 15, 15}});
+    // Without a frame there is no close box, and Alt+F4 must not end the splash
+    // without showing the open-file screen.
+    setProperty("ignoresCloseBox", true);
     SizeToScreen(0.65, 0.6);
 
     SetMousePointer(MousePointer::Hourglass);

@@ -56,8 +56,8 @@ std::vector<ControlSpec> Design()
         {"CmdOpenFile", Kind::Button, "Load Data File", "", {2760, 4170, 2240, 520}, 9, false, left},
         {"CmdPlot", Kind::Button, "Plot Cone Data", "", {5140, 4170, 2220, 520}, 9, true, left},
 
-        {"LblRights", Kind::Label, banner::Rights(), "", {240, 5220, 5000, 300}, 8, false, left},
-        {"lblVersion", Kind::Label, banner::Version(), "", {5360, 5220, 2000, 300}, 8, false, right},
+        {"LblRights", Kind::Label, banner::Rights(), "", {240, 5330, 5000, 300}, 8, false, left},
+        {"lblVersion", Kind::Label, banner::Version(), "", {5360, 5330, 2000, 300}, 8, false, right},
     };
 }
 
@@ -88,6 +88,7 @@ QWidget* Create(const ControlSpec& spec, QWidget* parent)
 
 OpenFileControls BuildOpenFileLayout(ScaledForm& form)
 {
+    form.AddLines({{"Line1", 240, 2190, 7360, 2190}, {"Line2", 240, 5130, 7360, 5130}});
     QMap<QString, QWidget*> built;
     OpenFileControls controls;
     for (const ControlSpec& spec : Design()) {

@@ -30,6 +30,9 @@ QToolBar* BuildToolbar(QWidget* parent, const std::vector<ToolButtonSpec>& butto
     bar->setMovable(false);
     bar->setFloatable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    // A rule under the bar sets the commands apart from the screen's own controls.
+    bar->setStyleSheet(QStringLiteral("QToolBar { border: none; border-bottom: 1px solid palette(mid); "
+                                      "padding: 2px; spacing: 4px; }"));
     for (const ToolButtonSpec& spec : buttons) {
         auto* button = new QToolButton(bar);
         button->setObjectName(spec.key);

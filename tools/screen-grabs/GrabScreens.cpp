@@ -47,6 +47,7 @@ int main(int argc, char** argv)
     screens.Close(pemlo::ScreenId::Frm_Splash);
 
     QWidget* open = screens.Get(pemlo::ScreenId::Frm_OpenFile);
+    Save(open, open->size(), out.filePath("open-file-as-loaded.png"));
     Save(open, open->minimumSize(), out.filePath("open-file-small.png"));
     Save(open, QSize(1100, 760), out.filePath("open-file-large.png"));
     Save(open, QSize(760, 560), out.filePath("open-file.png"));
