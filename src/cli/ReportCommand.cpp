@@ -46,15 +46,17 @@ ScreenId ViewScreen(const std::string& view)
     return ScreenId::Frm_Pemlo01;
 }
 
-// The screens draw with Qt: one application, offscreen, whatever the display.
-void EnsureApplication()
+// The screens draw with Qt: an application for the time of the command, offscreen
+// whatever the display. It must be gone before the program's own exit: Qt cannot
+// take down an application after its own statics.
+std::unique_ptr<QApplication> EnsureApplication()
 {
-    if (QCoreApplication::instance()) return;
+    if (QCoreApplication::instance()) return nullptr;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
     static char name[] = "pemlo-cli";
     static char* argv[] = {name, nullptr};
-    static QApplication app(argc, argv);
+    return std::make_unique<QApplication>(argc, argv);
 }
 
 // Message boxes would wait for a person: answer them and keep their texts.
@@ -108,12 +110,17 @@ void PrintView(const ReportState& state)
     print->click();
     SetPrinterFactory({});
     screens.Reset();
-    if (!answerer.Texts().empty()) Fail(state, answerer.Texts().front() + " (" + state.pdf + ")", ExitWriteFailed);
+    if (!answerer.Texts().empty()) {
+        // A page left half drawn by the failure was flushed when the printer went: it is no report.
+        std::error_code ec;
+        std::filesystem::remove(state.pdf, ec);
+        Fail(state, answerer.Texts().front() + " (" + state.pdf + ")", ExitWriteFailed);
+    }
 }
 
 void RunReport(const ReportState& state)
 {
-    EnsureApplication();
+    const auto application = EnsureApplication();
     Declarations& d = TheRecord();
     const RoadOptions road = ToRoadOptions(state.options, state.file);
     const RoadResult result = RunRoad(road, d);
