@@ -7,6 +7,7 @@
 #include "report/Module_output.h"
 #include "runtime/MousePointer.h"
 #include "runtime/RunTimeError.h"
+#include "runtime/RunTimeErrorReport.h"
 #include "views/LegendPictures.h"
 #include "views/Module_ConePlots.h"
 
@@ -172,7 +173,7 @@ void Frm_Pemlo01::StoreChart0Height() { chart0Height_ = ToInteger(charts_[0]->he
 void Frm_Pemlo01::resizeEvent(QResizeEvent* event)
 {
     ResultScreen::resizeEvent(event);
-    if (charts_[0] != nullptr) StoreChart0Height();
+    if (charts_[0] != nullptr) Untrapped([this] { StoreChart0Height(); });
 }
 
 // Every chart shows its series legend on paper, placed and sized for the page.
