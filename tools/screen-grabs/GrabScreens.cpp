@@ -1,5 +1,6 @@
 // Draws the start screens into PNG files, to look at them as a user would:
 //   pemlo_grab_screens <output folder> [data file to preview]
+//   pemlo_grab_screens --root <file.png>   (the whole display, e.g. the running program)
 // Run it under a real X server (Xvfb) for the fonts a user gets.
 #include <QApplication>
 #include <QDir>
@@ -7,6 +8,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QScreen>
 #include <QTimer>
 #include <clocale>
 #include <cstdio>
@@ -37,6 +39,9 @@ int main(int argc, char** argv)
     if (argc < 2) {
         std::fprintf(stderr, "usage: %s <output folder> [data file]\n", argv[0]);
         return 2;
+    }
+    if (QString::fromLocal8Bit(argv[1]) == QLatin1String("--root") && argc > 2) {
+        return QGuiApplication::primaryScreen()->grabWindow(0).save(QString::fromLocal8Bit(argv[2])) ? 0 : 1;
     }
     const QDir out(QString::fromLocal8Bit(argv[1]));
     pemlo::RegisterAllScreens();
