@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include "input/Frm_OpenFile.h"
@@ -306,6 +307,25 @@ TEST_F(OpenFileTest, PlotShowsTheProjectScreenAndKeepsThisOneLoaded)
     EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_Titles));
     EXPECT_TRUE(screens().Get(ScreenId::Frm_Titles)->isVisible());
     EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_OpenFile));
+}
+
+// About and Help block the screen until their OK; each opening is a fresh window.
+TEST_F(OpenFileTest, AboutAndHelpAreModalUntilTheirOk)
+{
+    Frm_OpenFile* screen = Open();
+    for (auto [key, id] : {std::pair{"About", ScreenId::Frm_About}, {"Help", ScreenId::Frm_HelpInfo},
+                           {"About", ScreenId::Frm_About}}) {
+        bool modalWhileOpen = false;
+        QTimer::singleShot(0, [&, id = id] {
+            QWidget* window = screens().Get(id);
+            modalWhileOpen = window->isVisible() && QApplication::activeModalWidget() == window;
+            Find<QPushButton>(window, "CmdOK")->click();
+        });
+        Find<QToolButton>(screen, key)->click();
+        EXPECT_TRUE(modalWhileOpen) << key;
+        EXPECT_FALSE(screens().IsLoaded(id)) << key;
+        EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_OpenFile));
+    }
 }
 
 TEST_F(OpenFileTest, UnknownToolbarKeysDoNothing)
