@@ -123,19 +123,5 @@ TEST(ConePlot, AnUnknownIndexGetsSettingsButNoCaptionPointsOrRange)
     }
 }
 
-TEST(ConePlot, ReplotReplacesTheEarlierPoints)
-{
-    Declarations d;
-    testing::FillIntervals(d, 30, 1);
-    ChartSurface chart;
-    Integer tip = 0;
-    ConePlot(d, tip, chart);
-    testing::FillIntervals(d, 12, 1);
-    ConePlot(d, tip, chart);
-    EXPECT_EQ(chart.PointCount(), 12);
-    EXPECT_EQ(chart.SeriesList().at(0).values.size(), 12u);
-    EXPECT_EQ(d.PlotIndex, 12);
-}
-
 }  // namespace
 }  // namespace pemlo
