@@ -7,10 +7,8 @@
 
 #include "views/ChartSurface.h"
 
-class QPainter;
-QT_BEGIN_NAMESPACE
 class QChart;
-QT_END_NAMESPACE
+class QPainter;
 
 namespace pemlo {
 
@@ -22,16 +20,19 @@ struct ChartRenderOptions {
 // Empties `chart` and fills it from the model.
 void FillChart(QChart& chart, const ChartSurface& surface, const ChartRenderOptions& options);
 
-// Places the plot area inside a chart of the given logical size: the left room for
-// the depth labels, the caption and top margin, the bottom axis.
+// The margins around the plot from the plot settings (room for the depth labels,
+// space above), the legend's place, and the layout done at once for the chart's size.
 void LayoutChart(QChart& chart, const ChartSurface& surface, const ChartRenderOptions& options);
 
-// Draws the chart as it stands at `logicalSize` into `target` of the painter,
-// scaled uniformly so that fonts and lines grow with the rectangle.
+// Draws the chart as it stands on screen (its screen width, the rectangle's shape)
+// into `target` of the painter, scaled uniformly so that fonts and lines grow with
+// the rectangle. Needs no widget: a chart never shown draws the same.
 void RenderChart(const ChartSurface& surface, QPainter& painter, const QRectF& target,
                  const ChartRenderOptions& options);
 
 // The axis range as drawn: low and high ends and whether the axis runs reversed.
+// An axis never set covers the data (rounded out to a tick step); with one end set,
+// the other covers the data on its side of it.
 struct DrawnRange {
     double low = 0.0;
     double high = 1.0;
