@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QValueAxis>
 #include <functional>
 
 #include "views/ChartRender.h"
@@ -88,10 +89,17 @@ void ChartView::Fill()
 {
     const QSize size = view_->size();
     surface_->SetScreenSize(size.width(), size.height());
-    chart_->zoomReset();
+    // A zoomed chart keeps its zoom when it is drawn again at a new size.
+    std::vector<std::pair<double, double>> zoom;
+    if (zoomed_)
+        for (QAbstractAxis* axis : chart_->axes())
+            if (auto* v = qobject_cast<QValueAxis*>(axis)) zoom.emplace_back(v->min(), v->max());
     ChartRenderOptions options;
     options.thin = !zoomed_;
     FillChart(*chart_, *surface_, options);
+    const QList<QAbstractAxis*> axes = chart_->axes();
+    if (zoom.size() == static_cast<size_t>(axes.size()))
+        for (qsizetype i = 0; i < axes.size(); ++i) axes[i]->setRange(zoom[i].first, zoom[i].second);
     drawnRevision_ = surface_->Revision();
 }
 
