@@ -39,10 +39,12 @@ struct ReportState {
     std::string number, title, date, location, gwt, coneNo;
 };
 
+// The option takes the names in any case.
 ScreenId ViewScreen(const std::string& view)
 {
-    if (view == "cpt") return ScreenId::Frm_CPTData;
-    if (view == "uv") return ScreenId::Frm_UandV;
+    const std::string name = CLI::detail::to_lower(view);
+    if (name == "cpt") return ScreenId::Frm_CPTData;
+    if (name == "uv") return ScreenId::Frm_UandV;
     return ScreenId::Frm_Pemlo01;
 }
 
@@ -143,7 +145,7 @@ void RunReport(const ReportState& state)
     }
     if (!QFileInfo::exists(QString::fromStdString(state.pdf)))
         Fail(state, "no page was printed to " + state.pdf, ExitWriteFailed);
-    WriteOut(state.file + " -> " + state.pdf + " (" + state.view + " report)\n");
+    WriteOut(state.file + " -> " + state.pdf + " (" + CLI::detail::to_lower(state.view) + " report)\n");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 // puts them, and each chart in its share of the page.
 #include <QFileInfo>
 #include <QFontMetricsF>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -68,16 +67,6 @@ protected:
     QString pdf_;
     ChartSurface charts_[4];
 };
-
-TEST_F(PdfReportTest, OneLandscapeLetterPage)
-{
-    Print(3);
-    const auto info = test::RunTool(QStringLiteral("pdfinfo"), {pdf_});
-    ASSERT_TRUE(info);
-    EXPECT_TRUE(info->contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n")))) << info->toStdString();
-    EXPECT_TRUE(info->contains(QRegularExpression(QStringLiteral("Page size:\\s+792 x 612 pts"))))
-        << info->toStdString();
-}
 
 TEST_F(PdfReportTest, HeaderWordsStandWhereTheLayoutPutsThem)
 {

@@ -34,9 +34,10 @@ TEST(ReportCommand, PrintsEachScreenOnOneLandscapePage)
         const char* view;
         const char* paper;
         const char* size;
+        const char* caption;   // the word only this screen's charts show, if any
     };
-    for (const Case c : {Case{"cpt", "letter", "792 x 612"}, Case{"results", "a4", "842 x 595"},
-                         Case{"uv", "letter", "792 x 612"}}) {
+    for (const Case c : {Case{"cpt", "letter", "792 x 612", nullptr}, Case{"results", "a4", "842 x 595", "Probability"},
+                         Case{"UV", "letter", "792 x 612", "In-situ"}}) {
         SCOPED_TRACE(c.view);
         const QString pdf = dir.filePath(QString::fromLatin1(c.view) + QStringLiteral(".pdf"));
         const CliRun run = RunCli({QStringLiteral("report"), sounding, QStringLiteral("--data-units"), QStringLiteral("si"),
@@ -49,7 +50,15 @@ TEST(ReportCommand, PrintsEachScreenOnOneLandscapePage)
         EXPECT_TRUE(info->contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n"))));
         EXPECT_TRUE(info->contains(QString::fromLatin1(c.size))) << info->toStdString();
         if (test::HaveTool(QStringLiteral("pdftotext"))) {
-            EXPECT_NE(test::FindWord(test::PdfWords(pdf), QStringLiteral("B099543")), nullptr);
+            const auto words = test::PdfWords(pdf);
+            EXPECT_NE(test::FindWord(words, QStringLiteral("B099543")), nullptr);
+            int captions = 0;
+            for (const char* caption : {"Probability", "In-situ"})
+                captions += test::FindWord(words, QString::fromLatin1(caption)) != nullptr;
+            EXPECT_EQ(captions, c.caption ? 1 : 0);
+            if (c.caption) {
+                EXPECT_NE(test::FindWord(words, QString::fromLatin1(c.caption)), nullptr);
+            }
         }
     }
 }
