@@ -33,13 +33,16 @@ if ! running; then
 fi
 running || { echo "start-print-server: cupsd did not start" >&2; exit 1; }
 
+# lpadmin warns that printer drivers are deprecated; cups-pdf has no other form yet.
+quiet() { "$@" 2> >(grep -v -i 'deprecated' >&2); }
+
 if ! lpstat -p "$queue" >/dev/null 2>&1; then
   # The driver that ships with printer-driver-cups-pdf, as the server lists it.
   model=$(lpinfo -m 2>/dev/null | awk '/cups-pdf\/CUPS-PDF_opt\.ppd/ {print $1; exit}')
   if [ -n "$model" ]; then
-    $SUDO lpadmin -p "$queue" -E -v cups-pdf:/ -m "$model"
+    quiet $SUDO lpadmin -p "$queue" -E -v cups-pdf:/ -m "$model"
   else
-    $SUDO lpadmin -p "$queue" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd
+    quiet $SUDO lpadmin -p "$queue" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd
   fi
 fi
 $SUDO lpadmin -d "$queue"
