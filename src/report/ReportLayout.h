@@ -15,7 +15,9 @@ namespace pemlo {
 
 // The quantities one print works with. W and H are the whole landscape page in
 // twips; Wp and Hp the usable 95 percent of it, stored single as the report always
-// kept them; px and py the twips in one device pixel.
+// kept them; px and py the twips in one device pixel, kept at the printer's full
+// precision (1440 / dots per inch): stored single, 2.4 would become 2.4000001 and
+// move the halfway chart edges of a 600 dpi page (1567.5, 4702.5) off their halves.
 //
 // m is 100 twips expressed in device pixels, yet the header also uses it directly
 // as a distance in twips: on a 600 dpi printer the header frame starts about 42

@@ -32,7 +32,8 @@ public:
     }
     ~QtPrinter() override
     {
-        // A document left pending by a failed print goes out when the program ends.
+        // A page left pending by a failed print goes out with the printer object: at
+        // the next successful print, or when the program ends.
         if (painter_) painter_->end();
     }
 
