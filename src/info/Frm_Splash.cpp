@@ -17,7 +17,7 @@ namespace {
 constexpr int SplashWidthTwips = 7200;
 constexpr int SplashHeightTwips = 4800;
 
-struct LabelSpec {
+struct LabelDesign {
     const char* name;
     QString text;
     TwipsRect rect;
@@ -27,7 +27,7 @@ struct LabelSpec {
     Qt::Alignment align;
 };
 
-std::vector<LabelSpec> SplashLabels()
+std::vector<LabelDesign> SplashLabels()
 {
     const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
     return {
@@ -53,18 +53,18 @@ Frm_Splash::Frm_Splash(QWidget* parent)
     auto* cone = new ConePicture(this);
     cone->setObjectName(QStringLiteral("ConeImage"));
     Place(cone, {300, 300, 1800, 3600});
-    for (const LabelSpec& spec : SplashLabels()) {
-        auto* label = new QLabel(spec.text, this);
-        label->setObjectName(spec.name);
-        label->setAlignment(spec.align);
+    for (const LabelDesign& design : SplashLabels()) {
+        auto* label = new QLabel(design.text, this);
+        label->setObjectName(design.name);
+        label->setAlignment(design.align);
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
         QFont font = label->font();
-        font.setPointSizeF(spec.pointSize);
-        font.setBold(spec.bold);
-        font.setItalic(spec.italic);
+        font.setPointSizeF(design.pointSize);
+        font.setBold(design.bold);
+        font.setItalic(design.italic);
         label->setFont(font);
-        Place(label, spec.rect);
+        Place(label, design.rect);
     }
     AddLines({{"Line1", 2400, 2580, 6900, 2580},
               {"Line2", 300, 4080, 6900, 4080},

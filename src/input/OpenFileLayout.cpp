@@ -13,7 +13,7 @@ namespace {
 
 enum class Kind { Picture, Label, Frame, Option, Combo, Button };
 
-struct ControlSpec {
+struct ControlDesign {
     const char* name;
     Kind kind;
     QString caption;
@@ -24,7 +24,7 @@ struct ControlSpec {
     Qt::Alignment align;
 };
 
-std::vector<ControlSpec> Design()
+std::vector<ControlDesign> Design()
 {
     const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
     const Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
@@ -61,13 +61,13 @@ std::vector<ControlSpec> Design()
     };
 }
 
-QWidget* Create(const ControlSpec& spec, QWidget* parent)
+QWidget* Create(const ControlDesign& design, QWidget* parent)
 {
-    switch (spec.kind) {
+    switch (design.kind) {
     case Kind::Picture: return new ConePicture(parent);
     case Kind::Label: {
-        auto* label = new QLabel(spec.caption, parent);
-        label->setAlignment(spec.align);
+        auto* label = new QLabel(design.caption, parent);
+        label->setAlignment(design.align);
         label->setTextFormat(Qt::PlainText);
         return label;
     }
@@ -77,9 +77,9 @@ QWidget* Create(const ControlSpec& spec, QWidget* parent)
         frame->setFrameShadow(QFrame::Sunken);
         return frame;
     }
-    case Kind::Option: return new QRadioButton(spec.caption, parent);
+    case Kind::Option: return new QRadioButton(design.caption, parent);
     case Kind::Combo: return new QComboBox(parent);
-    case Kind::Button: return new QPushButton(spec.caption, parent);
+    case Kind::Button: return new QPushButton(design.caption, parent);
     }
     return nullptr;
 }
@@ -91,16 +91,16 @@ OpenFileControls BuildOpenFileLayout(ScaledForm& form)
     form.AddLines({{"Line1", 240, 2190, 7360, 2190}, {"Line2", 240, 5130, 7360, 5130}});
     QMap<QString, QWidget*> built;
     OpenFileControls controls;
-    for (const ControlSpec& spec : Design()) {
-        QWidget* parent = *spec.parent ? built.value(spec.parent) : &form;
-        QWidget* control = Create(spec, parent);
-        control->setObjectName(spec.name);
+    for (const ControlDesign& design : Design()) {
+        QWidget* parent = *design.parent ? built.value(design.parent) : &form;
+        QWidget* control = Create(design, parent);
+        control->setObjectName(design.name);
         QFont font = control->font();
-        font.setPointSizeF(spec.pointSize);
-        font.setBold(spec.bold);
+        font.setPointSizeF(design.pointSize);
+        font.setBold(design.bold);
         control->setFont(font);
-        form.Place(control, spec.rect);
-        built.insert(spec.name, control);
+        form.Place(control, design.rect);
+        built.insert(design.name, control);
     }
     for (int i = 0; i < 3; ++i) {
         controls.Opt_Units[i] = static_cast<QRadioButton*>(built.value(QStringLiteral("Opt_Units_%1").arg(i)));

@@ -33,20 +33,20 @@ QToolBar* BuildToolbar(QWidget* parent, const std::vector<ToolButtonSpec>& butto
     // A rule under the bar sets the commands apart from the screen's own controls.
     bar->setStyleSheet(QStringLiteral("QToolBar { border: none; border-bottom: 1px solid palette(mid); "
                                       "padding: 2px; spacing: 4px; }"));
-    for (const ToolButtonSpec& spec : buttons) {
+    for (const ToolButtonSpec& wanted : buttons) {
         auto* button = new QToolButton(bar);
-        button->setObjectName(spec.key);
-        button->setText(spec.caption);
+        button->setObjectName(wanted.key);
+        button->setText(wanted.caption);
         button->setToolButtonStyle(Qt::ToolButtonTextOnly);
         button->setAutoRaise(false);
-        if (!spec.tooltip.isEmpty()) {
-            button->setToolTip(spec.tooltip);
+        if (!wanted.tooltip.isEmpty()) {
+            button->setToolTip(wanted.tooltip);
         }
-        if (!spec.menu.empty()) {
-            button->setMenu(BuildDropDown(button, spec.menu));
+        if (!wanted.menu.empty()) {
+            button->setMenu(BuildDropDown(button, wanted.menu));
             button->setPopupMode(QToolButton::MenuButtonPopup);
         }
-        const QString key = spec.key;
+        const QString key = wanted.key;
         QObject::connect(button, &QToolButton::clicked, bar, [onClick, key] { Untrapped([&] { onClick(key); }); });
         bar->addWidget(button);
     }
