@@ -77,6 +77,18 @@ TEST_F(SplashTest, FirstTriggerShowsTheOpenFileScreen)
     }
 }
 
+// The splash has no close box; a close request of the window system must not leave
+// the program running with nothing but a hidden open-file screen.
+TEST_F(SplashTest, WindowSystemCloseRequestIsIgnored)
+{
+    QWidget* splash = Start();
+    EXPECT_FALSE(splash->close());
+    Settle();
+    EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_Splash));
+    EXPECT_TRUE(splash->isVisible());
+    EXPECT_FALSE(screens().HasEnded());
+}
+
 TEST_F(SplashTest, ClosingTheOnlyVisibleScreenAfterTheSplashEndsTheProgram)
 {
     QWidget* splash = Start();

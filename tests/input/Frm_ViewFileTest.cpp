@@ -5,6 +5,7 @@
 
 #include "input/Frm_OpenFile.h"
 #include "input/Frm_ViewFile.h"
+#include "runtime/RunTimeError.h"
 #include "support/ModalWatcher.h"
 #include "support/ScreenFixture.h"
 
@@ -81,6 +82,22 @@ TEST_F(ViewFileTest, EmptyFileFailsAndIsNotShown)
     // The failure path leaves the channel open, as the file procedures do.
     EXPECT_TRUE(ProgramChannels().IsOpen(TheRecord().FileNum));
     EXPECT_FALSE(screens().HasEnded());
+}
+
+// A file that went away between the choice and the preview.
+TEST_F(ViewFileTest, MissingFileRaisesAndLeavesNoChannelOpen)
+{
+    Declarations d;
+    d.DataFileName = WriteFile("gone.txt", "x").toStdString() + ".missing";
+    d.FileNum = 3;
+    FileChannels files;
+    try {
+        ReadPreview(d, files);
+        FAIL() << "a missing file must raise";
+    } catch (const RunTimeError& e) {
+        EXPECT_EQ(e.Number(), ErrFileNotFound);
+    }
+    EXPECT_EQ(files.OpenCount(), 0);
 }
 
 TEST_F(ViewFileTest, SecondViewReplacesTheFirst)
