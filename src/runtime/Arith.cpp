@@ -8,31 +8,7 @@
 
 namespace pemlo {
 
-double Checked(double x)
-{
-    if (!std::isfinite(x)) Raise(ErrOverflow);
-    return x;
-}
-
-double Div(double a, double b)
-{
-    if (b == 0.0) Raise(ErrDivisionByZero);
-    return Checked(a / b);
-}
-
-float ToSingle(double x)
-{
-    const float f = static_cast<float>(x);
-    if (!std::isfinite(f)) Raise(ErrOverflow);
-    return f;
-}
-
-Integer ToInteger(long long whole)
-{
-    if (whole < std::numeric_limits<Integer>::min() || whole > std::numeric_limits<Integer>::max())
-        Raise(ErrOverflow);
-    return static_cast<Integer>(whole);
-}
+void RaiseArithmetic(int number) { Raise(number); }
 
 Integer RoundToInteger(double x)
 {
@@ -46,11 +22,6 @@ std::int32_t RoundToLong(double x)
     const double r = std::nearbyint(x);
     if (r < -2147483648.0 || r > 2147483647.0) Raise(ErrOverflow);
     return static_cast<std::int32_t>(r);
-}
-
-void Increment(Integer& counter)
-{
-    counter = ToInteger(static_cast<long long>(counter) + 1);
 }
 
 }  // namespace pemlo
