@@ -19,6 +19,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Reports a file that failed and keeps the exit code of the first failure in input
+// order; false when the file went through.
+bool TallyFailure(const std::string& file, const FileOutcome& outcome, int& exitCode)
+{
+    if (outcome.exitCode == ExitOk) return false;
+    ReportFailure(file, outcome);
+    if (exitCode == ExitOk) exitCode = outcome.exitCode;
+    return true;
+}
+
 struct ClassifyState {
     RoadCommandOptions options;
     std::vector<std::string> files;
@@ -79,10 +89,7 @@ int RunOnStandardOutput(const ClassifyState& state, ProgressLine& progress)
     if (several && format == OutputFormat::Json) WriteOut("[\n");
     const auto deliver = [&](std::size_t i, FileOutcome& outcome) {
         progress.Clear();
-        if (outcome.exitCode != ExitOk) {
-            ReportFailure(state.files[i], outcome);
-            if (exitCode == ExitOk) exitCode = outcome.exitCode;
-        } else {
+        if (!TallyFailure(state.files[i], outcome, exitCode)) {
             if (written > 0 && format == OutputFormat::Json) WriteOut(",\n");
             if (written > 0 && format == OutputFormat::Table) WriteOut("\n");
             WriteOut(outcome.output);
@@ -117,10 +124,7 @@ int RunIntoDirectory(const ClassifyState& state, ProgressLine& progress)
     std::size_t written = 0;
     const auto deliver = [&](std::size_t i, FileOutcome& outcome) {
         progress.Clear();
-        if (outcome.exitCode != ExitOk) {
-            ReportFailure(state.files[i], outcome);
-            if (exitCode == ExitOk) exitCode = outcome.exitCode;
-        } else {
+        if (!TallyFailure(state.files[i], outcome, exitCode)) {
             WriteOut(outcome.output);
             ++written;
         }
