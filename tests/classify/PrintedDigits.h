@@ -12,13 +12,10 @@ namespace pemlo::printed {
 inline std::string AtDecimalsOf(double value, const std::string& printed)
 {
     const auto dot = printed.find('.');
-    const int decimals = dot == std::string::npos ? 0 : static_cast<int>(printed.size() - dot - 1);
     char text[64];
-    std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    std::string result = text;
-    if (result.rfind("-0", 0) == 0 && result.find_first_not_of("-0.") == std::string::npos)
-        result.erase(0, 1);  // -0.00 prints as 0.00
-    return result;
+    std::snprintf(text, sizeof text, "%.*f", dot == std::string::npos ? 0 : int(printed.size() - dot - 1), value);
+    const bool negativeZero = text[0] == '-' && std::string(text).find_first_not_of("-0.") == std::string::npos;
+    return negativeZero ? text + 1 : text;  // -0.00 prints as 0.00
 }
 
 #define EXPECT_PRINTS_AS(value, figure) \
