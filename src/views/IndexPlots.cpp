@@ -67,37 +67,37 @@ void SetIndexAxis(ChartSurface& chart, Tracks tracks, const IndexRanges& r)
     }
 }
 
-void FillIndexChart(Declarations& d, ChartSurface& chart, const IndexChart& spec, IndexRanges& r)
+void FillIndexChart(Declarations& d, ChartSurface& chart, const IndexChart& design, IndexRanges& r)
 {
     d.NumPoints = d.NumIntervals;
-    d.NumSeries = spec.seriesCount;
-    chart.BeginData(Values, spec.seriesCount, d.NumIntervals);
+    d.NumSeries = design.seriesCount;
+    chart.BeginData(Values, design.seriesCount, d.NumIntervals);
     chart.BeginData(XValues, d.NumSeries, d.NumPoints);
     chart.SetPlotSettingA(50);
     chart.SetPlotSettingC(5);
     chart.SetPlotSettingD(RoundToInteger(1.5));
     chart.SetAxisFontSize(ValueAxis, 10);
     chart.SetAxisFontSize(XAxis, 10);
-    for (Integer s = 0; s < spec.seriesCount; ++s) {
-        chart.SetSeriesLegend(s, QString::fromLatin1(spec.series[s].legend));
-        chart.SetSeriesColor(s, spec.series[s].colour);
+    for (Integer s = 0; s < design.seriesCount; ++s) {
+        chart.SetSeriesLegend(s, QString::fromLatin1(design.series[s].legend));
+        chart.SetSeriesColor(s, design.series[s].colour);
     }
     // The caption text is the chart's own; the load only colours it.
-    chart.SetTitleColor(2, spec.captionColour);
-    if (spec.tracks == Tracks::U) r.MinU = r.MaxU = d.IntU[1];
-    if (spec.tracks == Tracks::V) r.MinV = r.MaxV = d.IntV[1];
+    chart.SetTitleColor(2, design.captionColour);
+    if (design.tracks == Tracks::U) r.MinU = r.MaxU = d.IntU[1];
+    if (design.tracks == Tracks::V) r.MinV = r.MaxV = d.IntV[1];
 
     for (int p = 0; p <= d.NumPoints - 1; ++p) {
         const int interval = p + 1;
-        for (Integer s = 0; s < spec.seriesCount; ++s) {
+        for (Integer s = 0; s < design.seriesCount; ++s) {
             chart.SetValue(s, static_cast<Integer>(p), d.IntDepth[interval]);
-            chart.SetXValue(s, static_cast<Integer>(p), (d.*(spec.series[s].xs))[interval]);
+            chart.SetXValue(s, static_cast<Integer>(p), (d.*(design.series[s].xs))[interval]);
         }
-        if (spec.tracks == Tracks::U) Track(d.IntU[interval], r.MinU, r.MaxU);
-        if (spec.tracks == Tracks::V) Track(d.IntV[interval], r.MinV, r.MaxV);
+        if (design.tracks == Tracks::U) Track(d.IntU[interval], r.MinU, r.MaxU);
+        if (design.tracks == Tracks::V) Track(d.IntV[interval], r.MinV, r.MaxV);
     }
 
-    if (spec.tracks == Tracks::U) {
+    if (design.tracks == Tracks::U) {
         chart.SetAxisTitle(ValueAxis, d.GraphUnits == GraphEnglish ? QStringLiteral("Depth (ft)")
                                                                    : QStringLiteral("Depth (m)"));
     }
@@ -105,7 +105,7 @@ void FillIndexChart(Declarations& d, ChartSurface& chart, const IndexChart& spec
     // screen; the deepest interval lies just below the axis end.
     chart.SetAxisMax(ValueAxis, d.IntDepth[1]);
     chart.SetAxisMin(ValueAxis, d.IntDepth[d.NumPoints - 1]);
-    SetIndexAxis(chart, spec.tracks, r);
+    SetIndexAxis(chart, design.tracks, r);
     chart.Refresh();
     chart.EndData(Values);
     chart.EndData(XValuesClosedByFive);
