@@ -20,10 +20,11 @@ namespace fs = std::filesystem;
 std::string TitleLines(int n)
 {
     std::string s;
-    for (int k = 1; k <= n; ++k) s += "title line " + std::to_string(k) + "\r\n";
+    while (n-- > 0) s += "title line\r\n";
     return s;
 }
 
+// Reading k is "k.5,k+10,0.(k mod 10)".
 std::string Readings(int n, const char* lineEnd = "\r\n")
 {
     std::string s;
@@ -37,17 +38,17 @@ protected:
     {
         dir_ = fs::temp_directory_path() / ("pemlo-filedata-" + std::to_string(::getpid()));
         fs::create_directories(dir_);
-        d_.NumLines = 77;  // a load before this one
     }
     void TearDown() override { fs::remove_all(dir_); }
 
     // Chooses a file with this text, as the open-file screen does before a load.
     void Choose(const std::string& text, int titleLines)
     {
-        d_.DataFileName = (dir_ / ("f" + std::to_string(++files_made_) + ".txt")).string();
+        d_.DataFileName = (dir_ / (std::to_string(++files_made_) + ".txt")).string();
         std::ofstream(d_.DataFileName, std::ios::binary) << text;
         d_.FileNum = files_.FreeFile();
         d_.NumTitleLines = static_cast<Integer>(titleLines);
+        d_.NumLines = 77;  // a load before this one
     }
     ReadReport Load(const std::string& text, int titleLines)
     {
@@ -61,36 +62,15 @@ protected:
     FileChannels files_;
 };
 
-TEST_F(ModuleFileDataTest, ColumnCounterCountsEverySeparatorButTheLastCharacter)
-{
-    const std::vector<std::tuple<const char*, std::string, int, std::string>> cases = {
-        {"commas only", "1.5,12.3,0.4", 3, "1.5,12.3,0.4"},
-        {"comma and blank count twice", "1.5, 12.3, 0.4", 5, "1.5, 12.3, 0.4"},
-        {"a run of three blanks counts three", "1.5   12.3   0.4", 7, "1.5   12.3   0.4"},
-        {"a run of two blanks counts two", "1.5  12.3  0.4", 5, "1.5  12.3  0.4"},
-        {"a trailing separator is never examined", "1.5,12.3,0.4,", 3, "1.5,12.3,0.4,"},
-        {"leading and trailing blanks are stripped", "   1.5,12.3,0.4   ", 3, "1.5,12.3,0.4"},
-        {"tabs are counted, not stripped", "\t1\t2\t3", 4, "\t1\t2\t3"},
-        {"an empty line", "", 1, ""},
-        {"a single column", "12.5", 1, "12.5"},
-    };
-    for (const auto& [fault, line, columns, buffer] : cases) {
-        SCOPED_TRACE(fault);
-        Choose(TitleLines(2) + line + "\r\n9,9,9\r\n", 2);
-        EXPECT_EQ(CountColumns(d_, files_), columns);
-        EXPECT_EQ(d_.LineBuffer, buffer);
-        EXPECT_FALSE(files_.IsOpen(d_.FileNum));
-    }
-}
-
 struct ReadCase {
     const char* fault;
     std::string text;
     int titleLines;
     ReadOutcome outcome;
     ReadFailure failure;
+    int columns;         // the counter's NumColumns
     int numLines;        // NumLines afterwards (77: unchanged)
-    long long line;      // line of the failure (0: not checked)
+    std::string said;    // the report's sentence (empty: not checked)
     std::vector<std::array<float, 4>> stored;  // index, depth, tip, sleeve
 };
 
@@ -99,51 +79,45 @@ TEST_F(ModuleFileDataTest, ReaderOutcomes)
     using O = ReadOutcome;
     using F = ReadFailure;
     const std::vector<ReadCase> cases = {
-        {"250 readings after 10 title lines", TitleLines(10) + Readings(250), 10, O::Loaded, F::None, 250, 0,
+        {"250 readings after 10 title lines, LF line ends", TitleLines(10) + Readings(250, "\n"), 10, O::Loaded, F::None, 3, 250, "",
          {{1, 1.5f, 11, 0.1f}, {250, 250.5f, 260, 0.0f}}},
-        {"0 title lines: line 1 is a reading", "1,2,3\n4,5,6\n", 0, O::Loaded, F::None, 2, 0, {{1, 1, 2, 3}, {2, 4, 5, 6}}},
-        {"LF line ends", TitleLines(1) + Readings(3, "\n"), 1, O::Loaded, F::None, 3, 0, {{3, 3.5f, 13, 0.3f}}},
-        {"lone CR line ends", TitleLines(1) + Readings(3, "\r"), 1, O::Loaded, F::None, 3, 0, {{3, 3.5f, 13, 0.3f}}},
-        {"blank lines after the last reading", "1,2,3\r\n\r\n  \r\n\t\r\n", 0, O::Loaded, F::None, 1, 0, {}},
-        {"no line end after the last reading", "1,2,3\r\n4,5,6", 0, O::Loaded, F::None, 2, 0, {{2, 4, 5, 6}}},
-        {"4 columns: the fourth is discarded", "1,2,3,99\r\n4,5,6,99\r\n", 0, O::Loaded, F::None, 2, 0, {{2, 4, 5, 6}}},
-        {"5 columns: two discarded", "1,2,3,98,99\r\n4,5,6,98,99\r\n", 0, O::Loaded, F::None, 2, 0, {{2, 4, 5, 6}}},
-        {"comma and blank: 5 columns, read out of step", "1.5, 12.3, 0.4\r\n2, 13, 0.5\r\n3, 14, 0.6\r\n4, 15, 0.7\r\n5, 16, 0.8\r\n",
-         0, O::Loaded, F::None, 3, 0, {{1, 1.5f, 12.3f, 0.4f}, {2, 0.5f, 3, 14}, {3, 15, 0.7f, 5}}},
-        {"two blanks: 5 columns, read out of step", "1  2  3\r\n4  5  6\r\n7  8  9\r\n1  2  3\r\n4  5  6\r\n",
-         0, O::Loaded, F::None, 3, 0, {{2, 6, 7, 8}, {3, 2, 3, 4}}},
-        {"exponents with D", "1D1,2d0,3E-1\r\n", 0, O::Loaded, F::None, 1, 0, {{1, 10, 2, 0.3f}}},
-        {"three blanks: 7 columns fail", "1   2   3\r\n", 0, O::Failed, F::TooManyColumns, 77, 1, {}},
-        {"empty field between commas", "1,2,3\r\n4,,6\r\n", 0, O::Failed, F::NotANumber, 77, 2, {{1, 1, 2, 3}}},
-        {"text in a reading; earlier ones stay", TitleLines(3) + "1,2,3\r\n4,abc,6\r\n", 3, O::Failed, F::NotANumber, 77, 5,
-         {{1, 1, 2, 3}}},
-        {"value beyond single range", "1,2,3\r\n4,1e39,6\r\n", 0, O::Failed, F::OutOfRange, 77, 2, {}},
-        {"file ends in the middle of a reading", "1,2,3\r\n4,5\r\n", 0, O::Failed, F::PastEndOfFile, 77, 2, {}},
-        {"zero bytes after the readings", std::string("1,2,3\r\n\0\0\r\n", 11), 0, O::Failed, F::NotANumber, 77, 2, {}},
-        {"empty first data line never ends", TitleLines(1) + "\r\n1,2,3\r\n", 1, O::NeverEnds, F::None, 77, 2, {}},
-        {"one column never ends", "12.5\r\n13.0\r\n", 0, O::NeverEnds, F::None, 77, 1, {}},
-        {"two columns never end", "1,2\r\n3,4\r\n", 0, O::NeverEnds, F::None, 77, 1, {}},
-        {"first data line of tabs only: no empty load", "\t\t\t\r\n", 0, O::Failed, F::PastEndOfFile, 77, 1, {}},
+        {"blank lines after the last reading", "1,2,3\r\n\r\n  \r\n\t\r\n", 0, O::Loaded, F::None, 3, 1, "", {}},
+        {"the last character is never counted", "1,2,3,\r\n4,5,6,\r\n", 0, O::Loaded, F::None, 3, 2, "", {{2, 4, 5, 6}}},
+        {"leading and trailing blanks are not counted", "  1,2,3  \r\n", 0, O::Loaded, F::None, 3, 1, "", {{1, 1, 2, 3}}},
+        {"4 columns: the fourth is discarded", "1,2,3,99\r\n4,5,6,99\r\n", 0, O::Loaded, F::None, 4, 2, "", {{2, 4, 5, 6}}},
+        {"5 columns: two discarded", "1,2,3,98,99\r\n4,5,6,98,99", 0, O::Loaded, F::None, 5, 2, "", {{2, 4, 5, 6}}},
+        {"comma and blank count twice: read out of step", "1.5, 12.3, 0.4\r\n2, 13, 0.5\r\n3, 14, 0.6\r\n4, 15, 0.7\r\n5, 16, 0.8\r\n",
+         0, O::Loaded, F::None, 5, 3, "", {{1, 1.5f, 12.3f, 0.4f}, {2, 0.5f, 3, 14}, {3, 15, 0.7f, 5}}},
+        {"three blanks count three", TitleLines(10) + "1   2   3\r\n", 10, O::Failed, F::TooManyColumns, 7, 77,
+         "the first data line (line 11) has 7 columns; at most 5 can be read", {}},
+        {"a leading tab is counted: the fourth value is missing", "\t1,2,3\r\n", 0, O::Failed, F::PastEndOfFile, 4, 77,
+         "line 1: \"\\t1,2,3\" begins a reading of 4 values, but the file ends before its last value", {}},
+        {"empty field; earlier readings stay", TitleLines(3) + "1,2,3\r\n4,,6\r\n", 3, O::Failed, F::NotANumber, 3, 77,
+         "line 5: \"4,,6\" holds a value that is not a number", {{1, 1, 2, 3}}},
+        {"value beyond single range", "1,2,3\r\n4,1e39,6\r\n", 0, O::Failed, F::OutOfRange, 3, 77, "", {}},
+        {"file ends in the middle of a reading", "1,2,3\r\n4,5\r\n", 0, O::Failed, F::PastEndOfFile, 3, 77,
+         "line 2: \"4,5\" begins a reading of 3 values, but the file ends before its last value", {}},
+        {"text, shown as the user's code page", "1,\t2\x80,3\r\n", 0, O::Failed, F::NotANumber, 4, 77,
+         "line 1: \"1,\\t2\u20AC,3\" holds a value that is not a number", {}},
+        {"first data line of tabs only: no empty load", "\t\t\t\r\n", 0, O::Failed, F::PastEndOfFile, 3, 77, "", {}},
+        {"empty first data line never ends", TitleLines(1) + "\r\n1,2,3\r\n", 1, O::NeverEnds, F::None, 1, 77, "", {}},
+        {"two columns never end", "1,2\r\n3,4\r\n", 0, O::NeverEnds, F::None, 2, 77, "", {}},
     };
     for (const ReadCase& c : cases) {
         SCOPED_TRACE(c.fault);
-        d_.NumLines = 77;
         d_.FileReadError = 1;  // neither outcome of a load: shows whether this one set it
         const ReadReport r = Load(c.text, c.titleLines);
         EXPECT_EQ(r.outcome, c.outcome) << r.Describe();
         EXPECT_EQ(r.failure, c.failure) << r.Describe();
+        EXPECT_EQ(d_.NumColumns, c.columns);
         EXPECT_EQ(d_.NumLines, c.numLines);
         const Integer readError[] = {VbFalse, VbTrue, 1};  // Loaded, Failed, NeverEnds
         EXPECT_EQ(d_.FileReadError, readError[static_cast<int>(c.outcome)]);
         EXPECT_EQ(files_.IsOpen(d_.FileNum), c.outcome != O::Loaded);  // only success closes
-        if (c.line != 0) {
-            EXPECT_EQ(r.line, c.line);
-        }
+        EXPECT_TRUE(c.said.empty() || r.Describe() == c.said) << r.Describe();
         for (const auto& [i, depth, tip, sleeve] : c.stored) {
             const int k = static_cast<int>(i);
-            EXPECT_EQ(d_.Depth[k], depth) << "reading " << k;
-            EXPECT_EQ(d_.Q_Tip[k], tip) << "reading " << k;
-            EXPECT_EQ(d_.Q_Sleeve[k], sleeve) << "reading " << k;
+            EXPECT_EQ((std::array{d_.Depth[k], d_.Q_Tip[k], d_.Q_Sleeve[k]}), (std::array{depth, tip, sleeve})) << k;
         }
     }
 }
@@ -153,58 +127,32 @@ TEST_F(ModuleFileDataTest, AtMost4000Readings)
     ReadReport r = Load(TitleLines(10) + Readings(4000), 10);
     EXPECT_EQ(r.outcome, ReadOutcome::Loaded);
     EXPECT_EQ(d_.NumLines, 4000);
-    EXPECT_EQ(d_.Depth[4000], 4000.5f);
-
     d_.Depth[4000] = 0.0f;
     r = Load(TitleLines(10) + Readings(4001), 10);
-    EXPECT_EQ(r.failure, ReadFailure::TooManyReadings);
-    EXPECT_EQ(r.line, 4011);
-    EXPECT_EQ(d_.NumLines, 4000);          // unchanged by the failed load
-    EXPECT_EQ(d_.Depth[4000], 4000.5f);    // readings stored before the failure stay
-    EXPECT_EQ(r.readings, 4000);
-}
-
-TEST_F(ModuleFileDataTest, DescribeSaysWhatAndWhere)
-{
-    const std::vector<std::tuple<std::string, int, std::string>> cases = {
-        {TitleLines(10) + "1,2,3\r\n1,2,3\r\n12.5,abc,0.3\r\n", 10, "line 13: \"12.5,abc,0.3\" holds a value that is not a number"},
-        {TitleLines(10) + "1,2,3,4,5,6,7\r\n", 10, "the first data line (line 11) has 7 columns; at most 5 can be read"},
-        {TitleLines(10) + Readings(4001), 10, "more than 4000 readings; the 4001st begins on line 4011"},
-        {"1,2,3\r\n4,5\r\n", 0, "line 2: \"4,5\" begins a reading of 3 values, but the file ends before its last value"},
-        {"12.5\r\n", 0, "the first data line (line 1) has 1 column; depth, tip resistance and sleeve friction need at least 3"},
-        {"1,\t2\x80,3\r\n", 0, "line 1: \"1,\\t2\u20AC,3\" holds a value that is not a number"},
-    };
-    for (const auto& [text, titles, sentence] : cases) {
-        EXPECT_EQ(Load(text, titles).Describe(), sentence);
-    }
+    EXPECT_EQ(r.Describe(), "more than 4000 readings; the 4001st begins on line 4011");
+    EXPECT_EQ(d_.NumLines, 77);          // unchanged by the failed load
+    EXPECT_EQ(d_.Depth[4000], 4000.5f);  // readings stored before the failure stay
 }
 
 TEST_F(ModuleFileDataTest, CounterErrorsPropagateAndLeaveTheChannelTaken)
 {
-    const std::vector<std::tuple<const char*, std::string, int, std::string>> cases = {
-        {"file ends inside the title lines", TitleLines(4), 10, "the file ends inside its 10 title lines (it has 4 lines)"},
-        {"no data line after the title lines", TitleLines(10), 10, "the file has no data line after its 10 title lines"},
-        {"empty file", "", 10, "the file ends inside its 10 title lines (it has 0 lines)"},
-        {"first data line too long to count", std::string(40000, '1') + "\r\n", 0,
+    const std::vector<std::tuple<std::string, int, std::string>> cases = {
+        {TitleLines(4), 10, "the file ends inside its 10 title lines (it has 4 lines)"},
+        {TitleLines(10), 10, "the file has no data line after its 10 title lines"},
+        {std::string(40000, '1') + "\r\n", 0,
          "the first data line (line 1) is too long to count its columns (more than 32768 characters)"},
     };
-    for (const auto& [fault, text, titles, sentence] : cases) {
-        SCOPED_TRACE(fault);
-        d_.NumLines = 77;
+    for (const auto& [text, titles, sentence] : cases) {
         Choose(text, titles);
         try {
             LoadDataFile(d_, files_);
-            ADD_FAILURE() << "the counter should fail";
+            ADD_FAILURE() << "the counter should fail: " << sentence;
         } catch (const RunTimeError& e) {
             EXPECT_EQ(ReportCountError(e, d_, files_).Describe(), sentence);
         }
         EXPECT_TRUE(files_.IsOpen(d_.FileNum));
         EXPECT_EQ(d_.NumLines, 77);
     }
-    d_.DataFileName = (dir_ / "missing.txt").string();
-    d_.FileNum = files_.FreeFile();
-    EXPECT_THROW(LoadDataFile(d_, files_), RunTimeError);
-    EXPECT_FALSE(files_.IsOpen(d_.FileNum));  // nothing was opened
 }
 
 TEST_F(ModuleFileDataTest, FailedLoadsKeepTheirChannelButNoSystemHandle)
@@ -215,15 +163,15 @@ TEST_F(ModuleFileDataTest, FailedLoadsKeepTheirChannelButNoSystemHandle)
     const Integer failed = d_.FileNum;
     EXPECT_TRUE(files_.IsOpen(failed));
     Load("1,2,3\r\n", 0);
-    EXPECT_GT(d_.FileNum, failed);  // the next free channel is a higher one
-    EXPECT_FALSE(files_.IsOpen(d_.FileNum));
+    EXPECT_EQ(d_.FileNum, failed + 1);  // the next free channel is a higher one
     EXPECT_EQ(files_.FreeFile(), d_.FileNum);
     EXPECT_EQ(descriptors(), before);
 }
 
+// Random files over the characters that matter to the reader, and huge ones: every
+// one ends in a report or a counter error, quickly.
 TEST_F(ModuleFileDataTest, AnyBytesEndInADefinedOutcome)
 {
-    // Random files over the characters that matter to the reader, and a few huge ones.
     const std::string alphabet = std::string("0123456789.,eEdD+- \t\r\n\r\nx") + '\0';
     std::uint32_t seed = 12345;
     const auto next = [&] { return seed = seed * 1664525u + 1013904223u; };
@@ -236,14 +184,10 @@ TEST_F(ModuleFileDataTest, AnyBytesEndInADefinedOutcome)
     }
     const auto start = std::chrono::steady_clock::now();
     for (std::size_t k = 0; k < texts.size(); ++k) {
-        d_.NumLines = 0;
         try {
-            const ReadReport r = Load(texts[k], k < 4 ? 0 : static_cast<int>(k % 3));
-            EXPECT_FALSE(r.Describe().empty());
-            EXPECT_GE(d_.NumLines, 0);
-            EXPECT_LE(d_.NumLines, MaxReadings);
-        } catch (const RunTimeError&) {
-            // the counter failed: the screen ends silently
+            EXPECT_FALSE(Load(texts[k], k < 4 ? 0 : static_cast<int>(k % 3)).Describe().empty());
+            EXPECT_TRUE(d_.NumLines == 77 || (d_.NumLines >= 0 && d_.NumLines <= MaxReadings));
+        } catch (const RunTimeError&) {  // the counter failed: the screen ends silently
         }
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
@@ -253,7 +197,6 @@ TEST_F(ModuleFileDataTest, EveryRealSoundingLoadsWithTenTitleLines)
 {
     const std::string folder = PEMLO_SOUNDINGS_DIR;
     if (folder.empty()) GTEST_SKIP() << "no soundings folder on this machine";
-    int loaded = 0;
     for (const auto& entry : fs::directory_iterator(folder)) {
         if (entry.path().extension() != ".txt") continue;
         SCOPED_TRACE(entry.path().string());
@@ -267,9 +210,7 @@ TEST_F(ModuleFileDataTest, EveryRealSoundingLoadsWithTenTitleLines)
         EXPECT_EQ(r.outcome, ReadOutcome::Loaded) << r.Describe();
         EXPECT_EQ(d_.NumColumns, 3);
         EXPECT_EQ(d_.NumLines, lines - 10);
-        ++loaded;
     }
-    if (loaded == 0) GTEST_SKIP() << "no soundings in " << folder;
 }
 
 }  // namespace
