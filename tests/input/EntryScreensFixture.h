@@ -6,12 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QPointer>
-#include <QStringList>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <functional>
-#include <optional>
 
 #include "core/Declarations.h"
 #include "core/Screens.h"
@@ -24,13 +22,12 @@ namespace pemlo::test {
 class EntryScreens : public ::testing::Test {
 protected:
     void SetUp() override { Restart(); }
+    void TearDown() override { Screens::Instance().Reset(); }
 
-    // Back to a freshly started program with a file loaded; tests with several cases
-    // restart between them.
+    // Back to a freshly started program with a file loaded; tables restart per case.
     void Restart()
     {
-        openFileBuilds = 0;
-        plotBuilds = 0;
+        openFileBuilds = plotBuilds = 0;
         failPlotLoad = false;
         Screens& screens = Screens::Instance();
         screens.Reset();
@@ -48,8 +45,6 @@ protected:
         screens.Show(ScreenId::Frm_OpenFile);
     }
 
-    void TearDown() override { Screens::Instance().Reset(); }
-
     static QWidget* StandIn(const char* name, int& builds)
     {
         ++builds;
@@ -58,40 +53,35 @@ protected:
         return screen;
     }
 
-    // One reading at depth 10 with tip and sleeve 1, in the given units.
-    static void OneReading(Integer dataUnits, Integer graphUnits, float depth = 10.0f, float tip = 1.0f,
-                           float sleeve = 1.0f)
+    // One reading at the given depth with tip and sleeve alike, in the given units.
+    static void OneReading(Integer dataUnits, Integer graphUnits, float depth = 10.0f, float tip = 1.0f)
     {
         Declarations& d = TheRecord();
         d.DataUnits = dataUnits;
         d.GraphUnits = graphUnits;
         d.Depth[1] = depth;
         d.Q_Tip[1] = tip;
-        d.Q_Sleeve[1] = sleeve;
+        d.Q_Sleeve[1] = tip;
         d.NumLines = 1;
     }
 
-    // The project information screen, shown and active so that keys reach it.
-    Frm_Titles* ShowTitles()
+    // A screen shown and active so that keys reach it.
+    template <class Screen> static Screen* ShowActive(ScreenId id)
     {
-        Screens::Instance().Show(ScreenId::Frm_Titles);
-        auto* titles = Screens::Instance().GetAs<Frm_Titles>(ScreenId::Frm_Titles);
-        titles->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(titles));
-        return titles;
+        Screens::Instance().Show(id);
+        auto* screen = Screens::Instance().GetAs<Screen>(id);
+        screen->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(screen));
+        return screen;
     }
+    static Frm_Titles* ShowTitles() { return ShowActive<Frm_Titles>(ScreenId::Frm_Titles); }
+    static Frm_ConeFactors* ShowConeFactors() { return ShowActive<Frm_ConeFactors>(ScreenId::Frm_ConeFactors); }
 
-    // The controls the Tab key walks through from start, start included.
-    static QStringList TabWalk(QWidget* start, int steps)
+    static void Press(QWidget* screen, const char* button)
     {
-        QStringList names;
-        start->setFocus();
-        for (int i = 0; i <= steps; ++i) {
-            QWidget* focused = QApplication::focusWidget();
-            names << (focused != nullptr ? focused->objectName() : QStringLiteral("(none)"));
-            if (focused != nullptr) QTest::keyClick(focused, Qt::Key_Tab);
-        }
-        return names;
+        auto* found = screen->findChild<QPushButton*>(QString::fromLatin1(button));
+        ASSERT_NE(found, nullptr) << button;
+        QTest::mouseClick(found, Qt::LeftButton);
     }
 
     static bool Loaded(ScreenId id) { return Screens::Instance().IsLoaded(id); }
@@ -110,12 +100,10 @@ public:
         timer_.setInterval(5);
         connect(&timer_, &QTimer::timeout, this, [this] {
             Screens& screens = Screens::Instance();
-            if (done_ || !screens.IsLoaded(id_)) return;
-            QWidget* screen = screens.Get(id_);
-            if (!screen->isVisible()) return;
+            if (done_ || !screens.IsLoaded(id_) || !screens.Get(id_)->isVisible()) return;
             done_ = true;
             timer_.stop();
-            action_(screen);
+            action_(screens.Get(id_));
         });
         timer_.start();
     }

@@ -1,9 +1,5 @@
 // The cone factors screen: what its boxes let a user type, Continue's check for empty
 // boxes, the conversion of millivolt readings, and the way back through Cancel.
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
-
 #include "classify/PrintedDigits.h"
 #include "EntryScreensFixture.h"
 #include "runtime/MessageBox.h"
@@ -14,67 +10,17 @@ namespace {
 
 using ConeFactorsScreen = EntryScreens;
 
-QPushButton* Button(QWidget* screen, const char* name)
-{
-    auto* button = screen->findChild<QPushButton*>(QString::fromLatin1(name));
-    EXPECT_NE(button, nullptr) << name;
-    return button;
-}
-
-Frm_ConeFactors* ShowConeFactors()
-{
-    Screens::Instance().Show(ScreenId::Frm_ConeFactors);
-    auto* screen = Screens::Instance().GetAs<Frm_ConeFactors>(ScreenId::Frm_ConeFactors);
-    screen->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(screen));
-    return screen;
-}
-
-TEST_F(ConeFactorsScreen, LinesReadAsSentencesAroundTheDefaults)
-{
-    const struct {
-        const char* name;
-        const char* text;
-    } labels[] = {
-        {"LblTitle", "Cone Conversion Factors:"},
-        {"LblTip", "Cone Tip Resistance Factor  ( 1 mVolt = "},
-        {"LblSleeve", "Cone Sleeve Factor               ( 1 mVolt = "},
-        {"LblUnit", "MPa )"},
-        {"Label1", "MPa )"},
-    };
-    Frm_ConeFactors* screen = ShowConeFactors();
-    EXPECT_EQ(QApplication::focusWidget(), Button(screen, "CmdNext"));
-    for (const auto& label : labels) {
-        auto* widget = screen->findChild<QLabel*>(QString::fromLatin1(label.name));
-        ASSERT_NE(widget, nullptr) << label.name;
-        EXPECT_EQ(widget->text(), QString::fromLatin1(label.text));
-    }
-    EXPECT_EQ(screen->TxtFactor(0)->text(), QStringLiteral("50"));
-    EXPECT_EQ(screen->TxtFactor(1)->text(), QStringLiteral("0.5"));
-    EXPECT_EQ(screen->TxtFactor(0)->maxLength(), 5);
-    EXPECT_EQ(screen->TxtFactor(1)->maxLength(), 5);
-    EXPECT_EQ(Button(screen, "CmdNext")->text(), QStringLiteral("Continue"));
-    EXPECT_EQ(Button(screen, "CmdCancel")->text(), QStringLiteral("Cancel"));
-    // Continue comes first in tab order, then Cancel, then the two boxes.
-    EXPECT_EQ(TabWalk(Button(screen, "CmdNext"), 4).join(QLatin1Char(' ')),
-              QStringLiteral("CmdNext CmdCancel TxtFactor_0 TxtFactor_1 CmdNext"));
-}
-
 TEST_F(ConeFactorsScreen, WhatIsNotYetANumberIsEmptiedAtOnce)
 {
     const struct {
         const char* keys;
         const char* left;
     } cases[] = {
-        {"0.5", "0.5"},
-        {".", ""},       // a value cannot start with a decimal point
-        {".5", "5"},
-        {"-", ""},       // nor with a minus sign
-        {"-2", "2"},
-        {"12.", "12."},
-        {"1e", ""},      // an exponent cannot be typed, its letter empties the box
-        {"4a", ""},
-        {"123456", "12345"},  // five characters at most
+        {"0.5", "0.5"}, {".", ""},  // a value cannot start with a decimal point
+        {".5", "5"},    {"-", ""},  // nor with a minus sign
+        {"-2", "2"},    {"12.", "12."},
+        {"1e", ""},     // an exponent cannot be typed, its letter empties the box
+        {"4a", ""},     {"123456", "12345"},  // five characters at most
     };
     Frm_ConeFactors* screen = ShowConeFactors();
     QLineEdit* box = screen->TxtFactor(1);
@@ -109,8 +55,7 @@ TEST_F(ConeFactorsScreen, NumericTestOfPastedTexts)
 TEST_F(ConeFactorsScreen, ContinueAsksForTheFirstEmptyBox)
 {
     const struct {
-        const char* tip;
-        const char* sleeve;
+        const char *tip, *sleeve;
         int focused;
     } cases[] = {{"", "0.5", 0}, {"50", "", 1}, {"", "", 0}};
     for (const auto& c : cases) {
@@ -121,7 +66,7 @@ TEST_F(ConeFactorsScreen, ContinueAsksForTheFirstEmptyBox)
         screen->TxtFactor(0)->setText(QString::fromLatin1(c.tip));
         screen->TxtFactor(1)->setText(QString::fromLatin1(c.sleeve));
         ModalWatcher watcher;
-        QTest::mouseClick(Button(screen, "CmdNext"), Qt::LeftButton);
+        Press(screen, "CmdNext");
         ASSERT_EQ(watcher.Messages().size(), 1u);  // only the first empty box is reported
         EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" Missing Data Entry .. Please Enter "));
         EXPECT_EQ(watcher.Messages()[0].title, AppTitle());
@@ -134,12 +79,11 @@ TEST_F(ConeFactorsScreen, ContinueAsksForTheFirstEmptyBox)
 }
 
 // OK on the project information screen with millivolt readings: the cone factors
-// screen is shown modally and the test answers it as a user would.
+// screen is shown modally and Continue converts into the graph units.
 TEST_F(ConeFactorsScreen, ContinueConvertsMilliVoltsIntoTheGraphUnits)
 {
     const struct {
-        Integer graphUnits;
-        Integer unitsAfter;
+        Integer graphUnits, unitsAfter;
         const char *depth, *tip, *sleeve;
     } cases[] = {
         {GraphEnglish, DataEnglish, "32.8084", "522.1387", "5.221387"},
@@ -150,10 +94,8 @@ TEST_F(ConeFactorsScreen, ContinueConvertsMilliVoltsIntoTheGraphUnits)
         Restart();
         OneReading(DataMilliVolts, c.graphUnits);
         Frm_Titles* titles = ShowTitles();
-        WhenShown answer(ScreenId::Frm_ConeFactors, [](QWidget* screen) {
-            QTest::mouseClick(Button(screen, "CmdNext"), Qt::LeftButton);
-        });
-        QTest::mouseClick(titles->findChild<QPushButton*>(QStringLiteral("CmdOK")), Qt::LeftButton);
+        WhenShown answer(ScreenId::Frm_ConeFactors, [](QWidget* screen) { Press(screen, "CmdNext"); });
+        Press(titles, "CmdOK");
         ASSERT_TRUE(answer.Done());
         const Declarations& d = TheRecord();
         EXPECT_EQ(d.DataUnits, c.unitsAfter);
@@ -163,46 +105,39 @@ TEST_F(ConeFactorsScreen, ContinueConvertsMilliVoltsIntoTheGraphUnits)
         EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));
         EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));
         EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
-        EXPECT_TRUE(Loaded(ScreenId::Frm_Titles));   // hidden, not closed
-        EXPECT_FALSE(titles->isVisible());
+        EXPECT_FALSE(titles->isVisible());  // hidden, not closed
     }
 }
 
+// Cancel converts nothing and returns to the project information; the next OK shows
+// the factors screen with its defaults again, not what was typed before Cancel.
 TEST_F(ConeFactorsScreen, CancelLeavesMilliVoltsAndShowsTheDefaultsAgain)
 {
     OneReading(DataMilliVolts, GraphEnglish);
     Frm_Titles* titles = ShowTitles();
-    QString shownTip;
-    WhenShown typeThenCancel(ScreenId::Frm_ConeFactors, [&shownTip](QWidget* screen) {
-        auto* factors = static_cast<Frm_ConeFactors*>(screen);
-        shownTip = factors->TxtFactor(0)->text();
-        factors->TxtFactor(0)->setText(QStringLiteral("7"));
-        factors->TxtFactor(1)->setText(QStringLiteral("0.25"));
-        QTest::mouseClick(Button(screen, "CmdCancel"), Qt::LeftButton);
-    });
-    QTest::mouseClick(titles->findChild<QPushButton*>(QStringLiteral("CmdOK")), Qt::LeftButton);
-    ASSERT_TRUE(typeThenCancel.Done());
-    EXPECT_EQ(shownTip, QStringLiteral("50"));
-    const Declarations& d = TheRecord();
-    EXPECT_EQ(d.DataUnits, DataMilliVolts);
-    EXPECT_FLOAT_EQ(d.Q_Tip[1], 1.0f);
-    EXPECT_FLOAT_EQ(d.Depth[1], 10.0f);
-    EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));
-    EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));  // OK closes it once the factors are gone
-    EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
-    EXPECT_TRUE(titles->isVisible());
-
-    QString tipAgain, sleeveAgain;
-    WhenShown look(ScreenId::Frm_ConeFactors, [&](QWidget* screen) {
-        auto* factors = static_cast<Frm_ConeFactors*>(screen);
-        tipAgain = factors->TxtFactor(0)->text();
-        sleeveAgain = factors->TxtFactor(1)->text();
-        QTest::mouseClick(Button(screen, "CmdCancel"), Qt::LeftButton);
-    });
-    QTest::mouseClick(titles->findChild<QPushButton*>(QStringLiteral("CmdOK")), Qt::LeftButton);
-    ASSERT_TRUE(look.Done());
-    EXPECT_EQ(tipAgain, QStringLiteral("50"));
-    EXPECT_EQ(sleeveAgain, QStringLiteral("0.5"));
+    for (int opening = 0; opening < 2; ++opening) {
+        SCOPED_TRACE(opening);
+        QString tip, sleeve;
+        WhenShown typeThenCancel(ScreenId::Frm_ConeFactors, [&](QWidget* screen) {
+            auto* factors = static_cast<Frm_ConeFactors*>(screen);
+            tip = factors->TxtFactor(0)->text();
+            sleeve = factors->TxtFactor(1)->text();
+            factors->TxtFactor(0)->setText(QStringLiteral("7"));
+            factors->TxtFactor(1)->setText(QStringLiteral("0.25"));
+            Press(screen, "CmdCancel");
+        });
+        Press(titles, "CmdOK");
+        ASSERT_TRUE(typeThenCancel.Done());
+        EXPECT_EQ(tip, QStringLiteral("50"));
+        EXPECT_EQ(sleeve, QStringLiteral("0.5"));
+        EXPECT_EQ(TheRecord().DataUnits, DataMilliVolts);
+        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], 1.0f);
+        EXPECT_FLOAT_EQ(TheRecord().Depth[1], 10.0f);
+        EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));
+        EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));  // OK closes it once the factors are gone
+        EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
+        EXPECT_TRUE(titles->isVisible());
+    }
 }
 
 // A factor or a product beyond single precision is not trapped: the run-time error
@@ -212,25 +147,24 @@ TEST_F(ConeFactorsScreen, OverflowEndsTheProgramWithTheRunTimeError)
     const struct {
         const char* tip;
         float reading;
-        float tipAfter;
     } cases[] = {
-        {"1e39", 1.0f, 1.0f},       // the factor itself does not fit
-        {"3e38", 10.0f, 10.0f},     // the product does not: entry 1 fails at its tip
+        {"1e39", 1.0f},   // the factor itself does not fit
+        {"3e38", 10.0f},  // the product does not: entry 1 fails at its tip
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.tip);
         Restart();
-        OneReading(DataMilliVolts, GraphSI, 10.0f, c.reading, 1.0f);
+        OneReading(DataMilliVolts, GraphSI, 10.0f, c.reading);
         Frm_ConeFactors* screen = ShowConeFactors();
         screen->TxtFactor(0)->setText(QString::fromLatin1(c.tip));
         ASSERT_EQ(screen->TxtFactor(0)->text(), QString::fromLatin1(c.tip));
         ModalWatcher watcher;
-        QTest::mouseClick(Button(screen, "CmdNext"), Qt::LeftButton);
+        Press(screen, "CmdNext");
         ASSERT_EQ(watcher.Messages().size(), 1u);
         EXPECT_TRUE(watcher.Messages()[0].text.startsWith(QStringLiteral("Run-time error '6':")));
         EXPECT_TRUE(Screens::Instance().HasEnded());
         EXPECT_EQ(TheRecord().DataUnits, DataMilliVolts);
-        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], c.tipAfter);
+        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], c.reading);
         EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
     }
 }

@@ -1,5 +1,5 @@
-// The data file preview: what it shows of files of every size, its failure message,
-// and that each "View Data File" replaces the earlier preview.
+// The data file preview: what it shows of files of every size, that each "View Data
+// File" replaces the earlier preview, and its failures.
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -17,9 +17,7 @@ using test::ModalWatcher;
 std::string Bytes(std::size_t count)
 {
     std::string bytes;
-    for (std::size_t i = 0; i < count; ++i) {
-        bytes += static_cast<char>('a' + i % 26);
-    }
+    for (std::size_t i = 0; i < count; ++i) bytes += static_cast<char>('a' + i % 26);
     return bytes;
 }
 
@@ -35,15 +33,16 @@ protected:
     }
 };
 
+// One preview after another from the same open-file screen, each replacing the last.
 TEST_F(ViewFileTest, ShowsAllButTheLastByteUpToTheLimit)
 {
     const std::string marker = " [ + more data in file ] ";  // word for word, blanks included
     const std::string lines = Bytes(998) + "\r\n";
-    struct Case {
+    const struct {
         const char* what;
         std::string file;
         QString expected;
-    } const cases[] = {
+    } cases[] = {
         {"one byte", "x", ""},
         {"1000 bytes ending in CR LF", lines, QString::fromStdString(lines.substr(0, 999))},
         {"56000 bytes", Bytes(56000), QString::fromStdString(Bytes(55999))},
@@ -51,21 +50,22 @@ TEST_F(ViewFileTest, ShowsAllButTheLastByteUpToTheLimit)
         {"200000 bytes", Bytes(200000), QString::fromStdString(Bytes(56000) + marker)},
         {"Windows-1252 text", "\x80 5\xB0 \xE9t\xE9!", QString::fromUtf8("\u20AC 5\u00B0 \u00E9t\u00E9")},
     };
-    for (const Case& c : cases) {
-        Fresh();
+    QPointer<Frm_ViewFile> previous;
+    for (const auto& c : cases) {
         ModalWatcher watcher;
-        const QString path = WriteFile("cone.txt", c.file);
+        const QString path = WriteFile(QString::fromLatin1(c.what), c.file);
         Frm_ViewFile* preview = View(path, watcher);
         ASSERT_NE(preview, nullptr) << c.what;
+        Settle();
+        EXPECT_TRUE(previous.isNull()) << c.what;
+        previous = preview;
         EXPECT_TRUE(watcher.Messages().empty()) << c.what;
-        EXPECT_TRUE(preview->isVisible());
         EXPECT_EQ(preview->windowTitle(), path);
         EXPECT_EQ(preview->Text(), c.expected) << c.what;
-        auto* text1 = Find<QPlainTextEdit>(preview, "Text1");
         // The text box shows line ends as its own paragraph breaks.
         QString shown = c.expected;
         shown.replace("\r\n", "\n").replace('\r', '\n');
-        EXPECT_EQ(text1->toPlainText(), shown) << c.what;
+        EXPECT_EQ(Find<QPlainTextEdit>(preview, "Text1")->toPlainText(), shown) << c.what;
         EXPECT_FALSE(ProgramChannels().IsOpen(TheRecord().FileNum)) << c.what;
     }
 }
@@ -73,8 +73,7 @@ TEST_F(ViewFileTest, ShowsAllButTheLastByteUpToTheLimit)
 TEST_F(ViewFileTest, EmptyFileFailsAndIsNotShown)
 {
     ModalWatcher watcher;
-    Frm_ViewFile* preview = View(WriteFile("empty.txt", ""), watcher);
-    EXPECT_EQ(preview, nullptr);
+    EXPECT_EQ(View(WriteFile("empty.txt", ""), watcher), nullptr);
     ASSERT_EQ(watcher.Messages().size(), 1u);
     EXPECT_EQ(watcher.Messages()[0].text, "Could not read data from file");
     EXPECT_EQ(watcher.Messages()[0].title, "Open File Error");
@@ -98,19 +97,6 @@ TEST_F(ViewFileTest, MissingFileRaisesAndLeavesNoChannelOpen)
         EXPECT_EQ(e.Number(), ErrFileNotFound);
     }
     EXPECT_EQ(files.OpenCount(), 0);
-}
-
-TEST_F(ViewFileTest, SecondViewReplacesTheFirst)
-{
-    ModalWatcher watcher;
-    QPointer<Frm_ViewFile> first = View(WriteFile("one.txt", "first file\r\n"), watcher);
-    ASSERT_FALSE(first.isNull());
-    Frm_ViewFile* second = View(WriteFile("two.txt", "second file\r\n"), watcher);
-    Settle();
-    EXPECT_TRUE(first.isNull());
-    ASSERT_NE(second, nullptr);
-    EXPECT_EQ(second->Text(), "second file\r");
-    EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_OpenFile));
 }
 
 }  // namespace
