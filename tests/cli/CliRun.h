@@ -18,7 +18,7 @@ struct CliRun {
 class ScratchDir {
 public:
     ScratchDir();
-    ~ScratchDir();
+    ~ScratchDir() { std::error_code ec; std::filesystem::remove_all(path_, ec); }
     ScratchDir(const ScratchDir&) = delete;
     ScratchDir& operator=(const ScratchDir&) = delete;
     const std::filesystem::path& Path() const { return path_; }
@@ -28,13 +28,16 @@ private:
     std::filesystem::path path_;
 };
 
-// Runs pemlo-cli with the arguments (each passed as one word) under a time limit.
+// Runs pemlo-cli in the scratch directory with the arguments (each passed as one word)
+// under a time limit.
 CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch);
 
 // A data file: titleLines lines of text, then the data lines as given, CR LF ended.
 void WriteDataFile(const std::string& path, int titleLines, const std::vector<std::string>& dataLines);
 
-// Splits text into lines (without their ends) and a line into comma-separated fields.
+// The text of a file, and text split into lines (without their ends) or a line into
+// comma-separated fields.
+std::string ReadAll(const std::filesystem::path& path);
 std::vector<std::string> Lines(const std::string& text);
 std::vector<std::string> Fields(const std::string& line);
 

@@ -1,9 +1,6 @@
 // The command line on the real soundings beside the repository.
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -16,14 +13,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string SoundingsDir = PEMLO_SOUNDINGS_DIR;
-
-std::string Golden(const std::string& name)
-{
-    std::ifstream in(fs::path(PEMLO_TEST_DATA_DIR) / name, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // The CSV of one real sounding, SI data shown in English units (so that both the
 // routing conversion and the classification's own conversions are on the way), is
@@ -40,7 +29,7 @@ TEST(PemloCliSoundings, CsvMatchesTheCheckedResults)
     const CliRun run = RunCli({"classify", SoundingsDir + "/b155283.txt", "--data-units", "si", "--graph-units", "english"},
                               scratch);
     ASSERT_EQ(run.exitCode, 0) << run.err;
-    const std::string golden = Golden("cli_b155283_si_english.csv");
+    const std::string golden = ReadAll(fs::path(PEMLO_TEST_DATA_DIR) / "cli_b155283_si_english.csv");
     ASSERT_FALSE(golden.empty());
     EXPECT_EQ(run.out, golden);
 }
