@@ -4,12 +4,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <tuple>
 #include <vector>
 
 namespace pemlo {
@@ -34,29 +34,21 @@ std::string Readings(int n, const char* lineEnd = "\r\n")
 
 class ModuleFileDataTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        dir_ = fs::temp_directory_path() / ("pemlo-filedata-" + std::to_string(::getpid()));
-        fs::create_directories(dir_);
-    }
+    void SetUp() override { fs::create_directories(dir_); }
     void TearDown() override { fs::remove_all(dir_); }
 
-    // Chooses a file with this text, as the open-file screen does before a load.
-    void Choose(const std::string& text, int titleLines)
+    // Loads a file with this text as the open-file screen does, after a load of 77 readings.
+    ReadReport Load(const std::string& text, int titleLines)
     {
         d_.DataFileName = (dir_ / (std::to_string(++files_made_) + ".txt")).string();
         std::ofstream(d_.DataFileName, std::ios::binary) << text;
         d_.FileNum = files_.FreeFile();
         d_.NumTitleLines = static_cast<Integer>(titleLines);
-        d_.NumLines = 77;  // a load before this one
-    }
-    ReadReport Load(const std::string& text, int titleLines)
-    {
-        Choose(text, titleLines);
+        d_.NumLines = 77;
         return LoadDataFile(d_, files_);
     }
 
-    fs::path dir_;
+    const fs::path dir_ = fs::temp_directory_path() / ("pemlo-filedata-" + std::to_string(::getpid()));
     int files_made_ = 0;
     Declarations d_;
     FileChannels files_;
@@ -68,7 +60,7 @@ struct ReadCase {
     int titleLines;
     ReadOutcome outcome;
     ReadFailure failure;
-    int columns;         // the counter's NumColumns
+    int columns;         // the counter's NumColumns (0: the counter failed and the load ended)
     int numLines;        // NumLines afterwards (77: unchanged)
     std::string said;    // the report's sentence (empty: not checked)
     std::vector<std::array<float, 4>> stored;  // index, depth, tip, sleeve
@@ -79,7 +71,9 @@ TEST_F(ModuleFileDataTest, ReaderOutcomes)
     using O = ReadOutcome;
     using F = ReadFailure;
     const std::vector<ReadCase> cases = {
-        {"250 readings after 10 title lines, LF line ends", TitleLines(10) + Readings(250, "\n"), 10, O::Loaded, F::None, 3, 250, "",
+        {"4001 readings: those before stay", TitleLines(10) + Readings(4001), 10, O::Failed, F::TooManyReadings, 3, 77,
+         "more than 4000 readings; the 4001st begins on line 4011", {{4000, 4000.5f, 4010, 0.0f}}},
+        {"4000 readings, LF line ends", TitleLines(10) + Readings(4000, "\n"), 10, O::Loaded, F::None, 3, 4000, "",
          {{1, 1.5f, 11, 0.1f}, {250, 250.5f, 260, 0.0f}}},
         {"blank lines after the last reading", "1,2,3\r\n\r\n  \r\n\t\r\n", 0, O::Loaded, F::None, 3, 1, "", {}},
         {"the last character is never counted", "1,2,3,\r\n4,5,6,\r\n", 0, O::Loaded, F::None, 3, 2, "", {{2, 4, 5, 6}}},
@@ -102,56 +96,35 @@ TEST_F(ModuleFileDataTest, ReaderOutcomes)
         {"first data line of tabs only: no empty load", "\t\t\t\r\n", 0, O::Failed, F::PastEndOfFile, 3, 77, "", {}},
         {"empty first data line never ends", TitleLines(1) + "\r\n1,2,3\r\n", 1, O::NeverEnds, F::None, 1, 77, "", {}},
         {"two columns never end", "1,2\r\n3,4\r\n", 0, O::NeverEnds, F::None, 2, 77, "", {}},
+        {"the file ends inside its title lines", TitleLines(4), 10, O::Failed, F::EndsInTitleLines, 0, 77,
+         "the file ends inside its 10 title lines (it has 4 lines)", {}},
+        {"no data line after the title lines", TitleLines(10), 10, O::Failed, F::EndsInTitleLines, 0, 77,
+         "the file has no data line after its 10 title lines", {}},
+        {"a first data line too long for the 16-bit counter", std::string(40000, '1') + "\r\n", 0, O::Failed,
+         F::LineTooLong, 0, 77, "the first data line (line 1) is too long to count its columns (more than 32768 characters)", {}},
     };
     for (const ReadCase& c : cases) {
         SCOPED_TRACE(c.fault);
         d_.FileReadError = 1;  // neither outcome of a load: shows whether this one set it
-        const ReadReport r = Load(c.text, c.titleLines);
+        d_.NumColumns = 0;
+        ReadReport r;
+        try {
+            r = Load(c.text, c.titleLines);
+        } catch (const RunTimeError& e) {  // the desktop program ends silently here
+            r = ReportCountError(e, d_, files_);
+        }
         EXPECT_EQ(r.outcome, c.outcome) << r.Describe();
         EXPECT_EQ(r.failure, c.failure) << r.Describe();
         EXPECT_EQ(d_.NumColumns, c.columns);
         EXPECT_EQ(d_.NumLines, c.numLines);
         const Integer readError[] = {VbFalse, VbTrue, 1};  // Loaded, Failed, NeverEnds
-        EXPECT_EQ(d_.FileReadError, readError[static_cast<int>(c.outcome)]);
+        EXPECT_EQ(d_.FileReadError, c.columns == 0 ? 1 : readError[static_cast<int>(c.outcome)]);
         EXPECT_EQ(files_.IsOpen(d_.FileNum), c.outcome != O::Loaded);  // only success closes
         EXPECT_TRUE(c.said.empty() || r.Describe() == c.said) << r.Describe();
         for (const auto& [i, depth, tip, sleeve] : c.stored) {
             const int k = static_cast<int>(i);
             EXPECT_EQ((std::array{d_.Depth[k], d_.Q_Tip[k], d_.Q_Sleeve[k]}), (std::array{depth, tip, sleeve})) << k;
         }
-    }
-}
-
-TEST_F(ModuleFileDataTest, AtMost4000Readings)
-{
-    ReadReport r = Load(TitleLines(10) + Readings(4000), 10);
-    EXPECT_EQ(r.outcome, ReadOutcome::Loaded);
-    EXPECT_EQ(d_.NumLines, 4000);
-    d_.Depth[4000] = 0.0f;
-    r = Load(TitleLines(10) + Readings(4001), 10);
-    EXPECT_EQ(r.Describe(), "more than 4000 readings; the 4001st begins on line 4011");
-    EXPECT_EQ(d_.NumLines, 77);          // unchanged by the failed load
-    EXPECT_EQ(d_.Depth[4000], 4000.5f);  // readings stored before the failure stay
-}
-
-TEST_F(ModuleFileDataTest, CounterErrorsPropagateAndLeaveTheChannelTaken)
-{
-    const std::vector<std::tuple<std::string, int, std::string>> cases = {
-        {TitleLines(4), 10, "the file ends inside its 10 title lines (it has 4 lines)"},
-        {TitleLines(10), 10, "the file has no data line after its 10 title lines"},
-        {std::string(40000, '1') + "\r\n", 0,
-         "the first data line (line 1) is too long to count its columns (more than 32768 characters)"},
-    };
-    for (const auto& [text, titles, sentence] : cases) {
-        Choose(text, titles);
-        try {
-            LoadDataFile(d_, files_);
-            ADD_FAILURE() << "the counter should fail: " << sentence;
-        } catch (const RunTimeError& e) {
-            EXPECT_EQ(ReportCountError(e, d_, files_).Describe(), sentence);
-        }
-        EXPECT_TRUE(files_.IsOpen(d_.FileNum));
-        EXPECT_EQ(d_.NumLines, 77);
     }
 }
 
@@ -174,13 +147,11 @@ TEST_F(ModuleFileDataTest, AnyBytesEndInADefinedOutcome)
 {
     const std::string alphabet = std::string("0123456789.,eEdD+- \t\r\n\r\nx") + '\0';
     std::uint32_t seed = 12345;
-    const auto next = [&] { return seed = seed * 1664525u + 1013904223u; };
     std::vector<std::string> texts = {std::string(10'000'000, '7'), std::string(10'000'000, ','),
                                       "1,2,3\r\n" + std::string(10'000'000, ' '), Readings(200'000)};
     for (int k = 0; k < 300; ++k) {
-        std::string t(next() % 200, ' ');
-        for (char& c : t) c = alphabet[next() % alphabet.size()];
-        texts.push_back(t);
+        std::string& t = texts.emplace_back((seed = seed * 1664525u + 1013904223u) % 200, ' ');
+        for (char& c : t) c = alphabet[(seed = seed * 1664525u + 1013904223u) % alphabet.size()];
     }
     const auto start = std::chrono::steady_clock::now();
     for (std::size_t k = 0; k < texts.size(); ++k) {
@@ -200,16 +171,12 @@ TEST_F(ModuleFileDataTest, EveryRealSoundingLoadsWithTenTitleLines)
     for (const auto& entry : fs::directory_iterator(folder)) {
         if (entry.path().extension() != ".txt") continue;
         SCOPED_TRACE(entry.path().string());
-        std::ifstream in(entry.path());
-        long long lines = 0;
-        for (std::string s; std::getline(in, s);) ++lines;
-        d_.DataFileName = entry.path().string();
-        d_.FileNum = files_.FreeFile();
-        d_.NumTitleLines = 10;
-        const ReadReport r = LoadDataFile(d_, files_);
+        std::ifstream in(entry.path(), std::ios::binary);
+        const std::string text((std::istreambuf_iterator<char>(in)), {});
+        const ReadReport r = Load(text, 10);  // the same bytes, from a copy in the test's folder
         EXPECT_EQ(r.outcome, ReadOutcome::Loaded) << r.Describe();
         EXPECT_EQ(d_.NumColumns, 3);
-        EXPECT_EQ(d_.NumLines, lines - 10);
+        EXPECT_EQ(d_.NumLines, std::count(text.begin(), text.end(), '\n') - 10);
     }
 }
 
