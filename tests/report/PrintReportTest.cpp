@@ -1,13 +1,23 @@
-// PrintReport on a recording printer of a landscape Letter page at 600 dpi: the order
-// and values of every printer call, where each chart lands on the page, and the
-// failure path with its message.
+// The printed report on a landscape Letter page at 600 dpi (2.4 twips per pixel): the
+// page's quantities, the order and values of every printer call, where each chart
+// lands on the page, the failure path with its message, and one page through a real
+// print queue.
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
 #include <QMessageBox>
+#include <QPrinterInfo>
+#include <QRegularExpression>
+#include <QThread>
+#include <QTransform>
 #include <functional>
+#include <tuple>
 #include <gtest/gtest.h>
 
 #include "ReportTestSupport.h"
 #include "core/Declarations.h"
 #include "report/Module_output.h"
+#include "report/ReportLayout.h"
 #include "runtime/MessageBox.h"
 #include "runtime/RunTimeError.h"
 #include "support/ModalWatcher.h"
@@ -15,23 +25,32 @@
 namespace pemlo {
 namespace {
 
+using test::ChartColours;
 using test::CountInk;
 using test::PrinterLog;
 
-const QColor ChartColours[4] = {QColor(255, 0, 0), QColor(0, 160, 0), QColor(0, 0, 255), QColor(255, 0, 255)};
+const std::vector<std::int32_t> ThreeCharts = {42, 2090, 4180, 6270};
+// 1567.5 and 4702.5 round to the even neighbour: 1568 and 4702.
+const std::vector<std::int32_t> FourCharts = {42, 1568, 3135, 4702, 6270};
+
+TEST(ReportLayout, LetterAt600DpiMixesPixelsAndTwips)
+{
+    const PageQuantities q = ComputePageQuantities(15840, 12240, 2.4, 2.4);
+    EXPECT_EQ(q.Wp, 15048.0f);
+    EXPECT_EQ(q.Hp, 11628.0f);
+    EXPECT_NEAR(q.m, 41.667, 0.0005);
+    const ReportLayout r = LayoutReport(q, 3, ProjectTexts{});
+    EXPECT_NEAR(r.frameLeft, 41.667, 0.0005);
+    EXPECT_NEAR(r.frameTop, 41.667, 0.0005);
+    EXPECT_EQ(r.frameRight, 15048.0f);
+    EXPECT_EQ(r.frameBottom, 548.72f);
+}
 
 class PrintReportTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
         ResetRecord();
-        Declarations& d = TheRecord();
-        d.ProjectNumber = "P-117";
-        d.ProjectTitle = "Harbour quay";
-        d.ProjectDate = "12/05/1998";
-        d.ProjectLocation = "CPT 4";
-        d.GWT = "2.5";
-        d.ConeNo = "C-10";
         for (int i = 0; i < 4; ++i) test::FillLineChart(charts_[i], ChartColours[i]);
     }
     void TearDown() override
@@ -39,11 +58,10 @@ protected:
         SetPrinterFactory({});
         ResetRecord();
     }
-
-    // Prints with the given count; charts by index (a caller with three passes the third twice).
-    void Print(int count, std::array<int, 4> which = {0, 1, 2, 3})
+    // Prints with the given count; a caller with three charts passes its third twice.
+    void Print(int count)
     {
-        PrintReport(count, charts_[which[0]], charts_[which[1]], charts_[which[2]], charts_[which[3]]);
+        PrintReport(count, charts_[0], charts_[1], charts_[2], charts_[count == 3 ? 2 : 3]);
     }
 
     ChartSurface charts_[4];
@@ -51,96 +69,79 @@ protected:
 
 TEST_F(PrintReportTest, CallsThePrinterInTheReportsOrder)
 {
+    Declarations& d = TheRecord();
+    std::tie(d.ProjectNumber, d.ProjectTitle, d.ProjectDate, d.ProjectLocation, d.GWT, d.ConeNo) =
+        std::tuple("P-117", "Harbour quay", "12/05/1998", "CPT 4", "2.5", "C-10");
     const auto log = test::UseRecordingPrinter();
     test::ModalWatcher watcher;
-    Print(3, {0, 1, 2, 2});
+    Print(3);
     EXPECT_TRUE(watcher.Messages().empty());
     const std::vector<std::string> expected = {
-        "Orientation 2", "Width", "FontName Arial", "FontSize 12.00", "Bold", "TwipsPerPixelX",
-        "TwipsPerPixelY", "Height", "Box 41.67 41.67 15048.00 548.72",
-        "X 208.33", "Y 166.67", "Normal", "FontSize 9.00", "Print Project Number: ",
-        "X 1652.33", "Y 166.67", "Bold", "Print P-117",
-        "X 5016.00", "Y 166.67", "Print Title: ;Harbour quay",
-        "X 12882.00", "Y 166.67", "Normal", "Print Date: ",
-        "X 13604.00", "Y 166.67", "Bold", "Print 12/05/1998",
-        "X 5016.00", "Y 383.27", "Normal", "Print Location/No: ;CPT 4,     GWT: ;2.5",
-        "X 12882.00", "Y 383.27", "Normal", "Print Cone No: ",
-        "X 13748.00", "Y 383.27", "Bold", "Print C-10",
+        "Orientation 2", "Width", "FontName Arial", "FontSize 12.00", "Bold", "TwipsPerPixelX", "TwipsPerPixelY",
+        "Height", "Box 41.67 41.67 15048.00 548.72",
+        "X 208.33", "Y 166.67", "Normal", "FontSize 9.00", "Print Project Number: ", "X 1652.33", "Y 166.67", "Bold",
+        "Print P-117", "X 5016.00", "Y 166.67", "Print Title: ;Harbour quay", "X 12882.00", "Y 166.67", "Normal",
+        "Print Date: ", "X 13604.00", "Y 166.67", "Bold", "Print 12/05/1998",
+        "X 5016.00", "Y 383.27", "Normal", "Print Location/No: ;CPT 4,     GWT: ;2.5", "X 12882.00", "Y 383.27",
+        "Normal", "Print Cone No: ", "X 13748.00", "Y 383.27", "Bold", "Print C-10",
         "hDC", "hDC", "hDC", "EndDoc"};
     EXPECT_EQ(log->calls, expected);
 }
 
-// Ink of each chart's colour inside each share of the band, and none outside the band.
+TEST_F(PrintReportTest, EmptyProjectFieldsPrintTheirLabels)
+{
+    const auto log = test::UseRecordingPrinter();
+    Print(4);
+    std::vector<std::string> printed;
+    for (const std::string& call : log->calls)
+        if (call.rfind("Print ", 0) == 0) printed.push_back(call);
+    EXPECT_EQ(printed, (std::vector<std::string>{"Print Project Number: ", "Print ", "Print Title: ;", "Print Date: ", "Print ",
+                                                 "Print Location/No: ;,     GWT: ;", "Print Cone No: ", "Print "}));
+}
+
+// The band and the edges of its shares, and the ink of each chart's colour inside its
+// own share and nowhere else.
 TEST_F(PrintReportTest, EachChartFillsItsShareOfTheBand)
 {
-    struct Case {
-        const char* name;
-        int count;
-        std::array<int, 4> charts;
-        std::vector<int> edges;   // device pixels, left to right
-    };
-    const Case cases[] = {
-        {"three charts", 3, {0, 1, 2, 2}, {42, 2090, 4180, 6270}},
-        {"four charts", 4, {0, 1, 2, 3}, {42, 1568, 3135, 4702, 6270}},
-        {"a count of 2 prints four", 2, {0, 1, 2, 3}, {42, 1568, 3135, 4702, 6270}},
-        {"a count of 5 prints four", 5, {0, 1, 2, 3}, {42, 1568, 3135, 4702, 6270}},
-    };
-    constexpr int top = 250;
-    constexpr int bottom = 4803;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    const PageQuantities q = ComputePageQuantities(15840, 12240, 2.4, 2.4);
+    for (const auto& [count, edges] : {std::pair{3, ThreeCharts}, {4, FourCharts}, {2, FourCharts}, {5, FourCharts}}) {
+        SCOPED_TRACE(count);
+        const ReportLayout r = LayoutReport(q, count, ProjectTexts{});
+        EXPECT_EQ(r.chartTop, 250);
+        EXPECT_EQ(r.chartBottom, 4803);
+        EXPECT_EQ(r.edges, edges);
         const auto log = test::UseRecordingPrinter();
-        Print(c.count, c.charts);
+        Print(count);
         ASSERT_TRUE(log->Called("EndDoc"));
         const QImage& page = log->page;
-        const std::size_t shares = c.edges.size() - 1;
-        for (std::size_t i = 0; i < shares; ++i) {
-            const QRect share(QPoint(c.edges[i] + 2, top + 2), QPoint(c.edges[i + 1] - 3, bottom - 3));
-            for (int k = 0; k < 4; ++k) {
+        for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
+            const QRect share(QPoint(edges[i] + 2, 252), QPoint(edges[i + 1] - 3, 4800));
+            for (std::size_t k = 0; k < 4; ++k) {
                 const long ink = CountInk(page, share, ChartColours[k], 40);
-                if (k == c.charts[i]) EXPECT_GT(ink, 2000) << "chart " << k + 1 << " in share " << i + 1;
+                if (k == i) EXPECT_GT(ink, 2000) << "chart " << k + 1 << " in share " << i + 1;
                 else EXPECT_EQ(ink, 0) << "chart " << k + 1 << " in share " << i + 1;
             }
         }
-        const int right = c.edges.back();
-        EXPECT_EQ(CountInk(page, QRect(QPoint(0, 0), QPoint(page.width(), top - 2))), 0) << "above";
-        EXPECT_EQ(CountInk(page, QRect(QPoint(0, bottom + 2), QPoint(page.width(), page.height()))), 0) << "below";
-        EXPECT_EQ(CountInk(page, QRect(QPoint(0, 0), QPoint(c.edges.front() - 2, page.height()))), 0) << "left";
-        EXPECT_EQ(CountInk(page, QRect(QPoint(right + 2, 0), QPoint(page.width(), page.height()))), 0) << "right";
+        const QRect band(QPoint(edges.front() - 1, 249), QPoint(edges.back() + 1, 4804));
+        EXPECT_EQ(CountInk(page, page.rect()), CountInk(page, band)) << "ink outside the band";
     }
 }
 
+// The Qt printer refuses a page it cannot write; the recording one may hand out no
+// device or no pixel size.
 TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
 {
-    struct Case {
-        const char* name;
-        std::function<std::shared_ptr<PrinterLog>()> setUp;
+    const std::pair<const char*, std::function<std::shared_ptr<PrinterLog>()>> cases[] = {
+        {"no default printer", [] { SetPrinterFactory([]() -> std::unique_ptr<Printer> { Raise(ErrNoPrinter); }); return nullptr; }},
+        {"a printer that refuses the page", [] {
+             SetPrinterFactory([] { return MakeQtPrinter(MakePdfQPrinter(QStringLiteral("/nonexistent/r.pdf"), 600, QStringLiteral("Letter"))); });
+             return nullptr; }},
+        {"a chart that cannot paint", [] { auto log = test::UseRecordingPrinter(); log->deviceFails = true; return log; }},
+        {"a printer without a pixel size", [] { return test::UseRecordingPrinter(0.0); }},
     };
-    const Case cases[] = {
-        {"no default printer",
-         [] {
-             SetPrinterFactory([]() -> std::unique_ptr<Printer> { Raise(ErrNoPrinter); });
-             return std::shared_ptr<PrinterLog>();
-         }},
-        {"a printer that refuses the page",
-         [] {
-             SetPrinterFactory([] {
-                 return MakeQtPrinter(MakePdfQPrinter(QStringLiteral("/nonexistent/folder/report.pdf"), 600,
-                                                      QStringLiteral("Letter")));
-             });
-             return std::shared_ptr<PrinterLog>();
-         }},
-        {"a chart that cannot paint",
-         [] {
-             auto log = test::UseRecordingPrinter();
-             log->deviceFails = true;
-             return log;
-         }},
-        {"a printer without a pixel size", [] { return test::UseRecordingPrinter(12240, 15840, 0.0); }},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto log = c.setUp();
+    for (const auto& [name, setUp] : cases) {
+        SCOPED_TRACE(name);
+        const auto log = setUp();
         test::ModalWatcher watcher;
         EXPECT_NO_THROW(Print(4));
         ASSERT_EQ(watcher.Messages().size(), 1u);
@@ -154,27 +155,72 @@ TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
     }
 }
 
-TEST_F(PrintReportTest, APageLeftByAFailureStaysPendingUntilTheNextPrintSendsIt)
+// The report on a real print queue: the system's default printer reached through
+// CUPS, a cups-pdf queue as tools/start-print-server.sh sets one up. The page comes
+// back as the PDF file cups-pdf writes; the print system re-encodes the text, so the
+// page is checked on its rendering. Without a print server the test skips.
+// Where cups-pdf puts the files of this user: the Out line of its configuration.
+QString CupsPdfOutDir()
 {
-    const auto log = test::UseRecordingPrinter();
-    log->deviceFails = true;
+    QFile conf(QStringLiteral("/etc/cups/cups-pdf.conf"));
+    const QString text = conf.open(QIODevice::ReadOnly) ? QString::fromUtf8(conf.readAll()) : QString();
+    const auto m = QRegularExpression(QStringLiteral("^Out\\s+(\\S.*)$"), QRegularExpression::MultilineOption).match(text);
+    return (m.hasMatch() ? m.captured(1).trimmed() : QStringLiteral("${HOME}/PDF")).replace(QStringLiteral("${HOME}"), QDir::homePath());
+}
+
+// The newest PDF written there since `since`, once the PDF reader takes it whole.
+QString WaitForPdf(const QString& dir, const QDateTime& since)
+{
+    for (int waited = 0; waited < 60000; waited += 250) {
+        QThread::msleep(250);
+        const QFileInfoList files = QDir(dir).entryInfoList({QStringLiteral("*.pdf")}, QDir::Files, QDir::Time);
+        if (!files.isEmpty() && files.front().lastModified() >= since &&
+            test::RunTool(QStringLiteral("pdfinfo"), {files.front().filePath()}))
+            return files.front().filePath();
+    }
+    return {};
+}
+
+TEST(PrintReportOnCups, OneLandscapePageWithHeaderAndFourChartsSideBySide)
+{
+    const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+    if (printer.isNull()) GTEST_SKIP() << "no print server with a default printer (tools/start-print-server.sh)";
+    const auto device = test::RunTool(QStringLiteral("lpstat"), {QStringLiteral("-v"), printer.printerName()});
+    if (!device || !device->contains(QStringLiteral("cups-pdf:"))) GTEST_SKIP() << "the default printer is no cups-pdf queue";
+    if (!test::HaveTool(QStringLiteral("pdftoppm")) || !test::HaveTool(QStringLiteral("pdfinfo")))
+        GTEST_SKIP() << "poppler-utils are not installed";
+    SetPrinterFactory({});
+    ResetRecord();
+    TheRecord().ProjectNumber = "P-117";
+    ChartSurface charts[4];
+    for (int i = 0; i < 4; ++i) test::FillLineChart(charts[i], test::ChartColours[i]);
+
+    const QDateTime start = QDateTime::currentDateTime().addSecs(-1);
     {
         test::ModalWatcher watcher;
-        Print(3, {0, 1, 2, 2});
-        EXPECT_EQ(watcher.Messages().size(), 1u);
+        PrintReport(4, charts[0], charts[1], charts[2], charts[3]);
+        ASSERT_TRUE(watcher.Messages().empty()) << watcher.Messages()[0].text.toStdString();
     }
-    EXPECT_EQ(log->opened, 1);
-    EXPECT_FALSE(log->Called("EndDoc"));
-
-    // The same printer object takes the next page: what the failed print drew is still on it.
-    log->deviceFails = false;
-    Print(3, {0, 1, 2, 2});
-    EXPECT_EQ(log->opened, 1);
-    EXPECT_TRUE(log->Called("EndDoc"));
-
-    // After a page was sent, the next print opens the default printer of that moment.
-    Print(4);
-    EXPECT_EQ(log->opened, 2);
+    const QString pdf = WaitForPdf(CupsPdfOutDir(), start);
+    ASSERT_FALSE(pdf.isEmpty()) << "no PDF arrived in " << CupsPdfOutDir().toStdString();
+    const auto info = test::RunTool(QStringLiteral("pdfinfo"), {pdf});
+    ASSERT_TRUE(info);
+    EXPECT_TRUE(info->contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n")))) << info->toStdString();
+    QImage page = test::RenderPdf(pdf, 50);
+    ASSERT_FALSE(page.isNull());
+    // The print system may put the landscape page on an upright sheet, turned a quarter.
+    if (page.height() > page.width()) page = page.transformed(QTransform().rotate(90));
+    const int headerRows = static_cast<int>(548.72 / 1440 * 50);
+    EXPECT_GT(test::CountInk(page, QRect(0, 0, page.width(), headerRows)), 100) << "header";
+    // Each chart's line stands in its share of the usable 95 percent of the width.
+    for (int i = 0; i < 4; ++i) {
+        const double share = 0.95 * page.width() / 4;
+        const QRect zone(QPoint(static_cast<int>(i * share), headerRows),
+                         QPoint(static_cast<int>((i + 1) * share), page.height() - 1));
+        EXPECT_GT(test::CountInk(page, zone, test::ChartColours[i], 60), 50) << "chart " << i + 1;
+    }
+    QFile::remove(pdf);
+    ResetRecord();
 }
 
 }  // namespace

@@ -1,93 +1,129 @@
-// The command line's "report": the page of each screen into a PDF file, and the exit
-// status of a wrong call or an unreadable file.
+// The report as a user asks for it. On screen: Print on each plotting screen reaches
+// the report with the screen's own charts (a real sounding taken along the program's
+// road, Print pressed on the toolbar, the page caught by a recording printer). On the
+// command line: "report" writes the page of each view into a PDF file, and a wrong
+// call, an unreadable file or an unwritable PDF ends with its status.
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <gtest/gtest.h>
 
 #include "ReportTestSupport.h"
+#include "core/AllScreens.h"
+#include "core/Declarations.h"
+#include "core/ProgramRoad.h"
+#include "core/Screens.h"
+#include "support/ModalWatcher.h"
 
 namespace pemlo {
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    QString err;
-};
+TEST(ScreensPrint, PrintOnEachScreenPrintsItsChartsSideBySide)
+{
+    if (std::string(PEMLO_SOUNDINGS_DIR).empty()) GTEST_SKIP() << "no soundings directory";
+    Screens& screens = Screens::Instance();
+    screens.Reset();
+    ResetRecord();
+    const RoadOptions road{.path = std::string(PEMLO_SOUNDINGS_DIR) + "/b003688.txt", .dataUnits = DataSI};
+    ASSERT_EQ(RunRoad(road, TheRecord()).status, RoadStatus::Done);
+    TheRecord().ProjectNumber = "B003688";
+    RegisterAllScreens();
 
-CliRun RunCli(const QStringList& arguments)
+    struct Case {
+        ScreenId screen;
+        std::vector<int> edges;                        // device pixels of a Letter page at 600 dpi
+        std::vector<std::optional<QColor>> caption;   // a colour each share must show
+    };
+    const QColor blue(0, 0, 255), green(0, 255, 0), red(255, 0, 0);
+    const Case cases[] = {
+        {ScreenId::Frm_CPTData, {42, 2090, 4180, 6270}, {blue, green, red}},
+        {ScreenId::Frm_Pemlo01, {42, 1568, 3135, 4702, 6270}, {blue, green, red, std::nullopt}},
+        {ScreenId::Frm_UandV, {42, 2090, 4180, 6270}, {blue, std::nullopt, red}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(static_cast<int>(c.screen));
+        screens.Show(ScreenId::Frm_CPTData);
+        screens.Show(c.screen);
+        auto* print = screens.Get(c.screen)->findChild<QToolButton*>(QStringLiteral("Print"));
+        ASSERT_NE(print, nullptr);
+        const auto log = test::UseRecordingPrinter();
+        test::ModalWatcher watcher;
+        print->click();
+        EXPECT_TRUE(watcher.Messages().empty());
+        EXPECT_TRUE(log->Called("Print B003688"));
+        EXPECT_TRUE(log->Called("EndDoc"));
+        EXPECT_EQ(std::count(log->calls.begin(), log->calls.end(), "hDC"), static_cast<long>(c.edges.size()) - 1);
+        for (std::size_t i = 0; i + 1 < c.edges.size(); ++i) {
+            const QRect share(QPoint(c.edges[i] + 2, 252), QPoint(c.edges[i + 1] - 3, 4800));
+            EXPECT_GT(test::CountInk(log->page, share), 5000) << "share " << i + 1;
+            if (c.caption[i]) {
+                EXPECT_GT(test::CountInk(log->page, share, *c.caption[i], 40), 500) << "share " << i + 1;
+            }
+        }
+        screens.Close(c.screen);
+    }
+    screens.Reset();
+    SetPrinterFactory({});
+    ResetRecord();
+}
+
+std::pair<int, std::string> RunCli(const QStringList& arguments)
 {
     QProcess process;
     process.start(QStringLiteral(PEMLO_CLI_PATH), arguments);
-    if (!process.waitForFinished(120000)) return {};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardError())};
+    if (!process.waitForFinished(120000)) return {-1, "timed out"};
+    return {process.exitCode(), process.readAllStandardError().toStdString()};
 }
 
-TEST(ReportCommand, PrintsEachScreenOnOneLandscapePage)
+// Each view on one page of the paper asked for, and the status of each failure with no
+// PDF left behind.
+TEST(ReportCommand, WritesOnePagePerViewOrEndsWithTheFailuresStatus)
 {
     if (std::string(PEMLO_SOUNDINGS_DIR).empty()) GTEST_SKIP() << "no soundings directory";
-    if (!test::HaveTool(QStringLiteral("pdfinfo"))) GTEST_SKIP() << "poppler-utils are not installed";
+    if (!test::HaveTool(QStringLiteral("pdfinfo")) || !test::HaveTool(QStringLiteral("pdftotext")))
+        GTEST_SKIP() << "poppler-utils are not installed";
     QTemporaryDir dir;
+    const QString pdf = dir.filePath(QStringLiteral("out.pdf"));
+    const QString missing = dir.filePath(QStringLiteral("missing.txt"));
     const QString sounding = QStringLiteral(PEMLO_SOUNDINGS_DIR "/b099543.txt");
     struct Case {
-        const char* view;
-        const char* paper;
-        const char* size;
-        const char* caption;   // the word only this screen's charts show, if any
+        QStringList arguments;
+        int exitCode;
+        const char* size = nullptr;   // of the page, points
+        QString caption = {};         // the word only this view's charts show, if any
     };
-    for (const Case c : {Case{"cpt", "letter", "792 x 612", nullptr}, Case{"results", "a4", "842 x 595", "Probability"},
-                         Case{"UV", "letter", "792 x 612", "In-situ"}}) {
-        SCOPED_TRACE(c.view);
-        const QString pdf = dir.filePath(QString::fromLatin1(c.view) + QStringLiteral(".pdf"));
-        const CliRun run = RunCli({QStringLiteral("report"), sounding, QStringLiteral("--data-units"), QStringLiteral("si"),
-                                QStringLiteral("--view"), QString::fromLatin1(c.view), QStringLiteral("--paper"),
-                                QString::fromLatin1(c.paper), QStringLiteral("--pdf"), pdf,
-                                QStringLiteral("--number"), QStringLiteral("B099543")});
-        ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const Case cases[] = {
+        {{"--view", "cpt", "--paper", "letter", "--pdf", pdf}, 0, "792 x 612"},
+        {{"--view", "results", "--paper", "a4", "--pdf", pdf}, 0, "842 x 595", "Probability"},
+        {{"--view", "UV", "--paper", "letter", "--pdf", pdf}, 0, "792 x 612", "In-situ"},
+        {{"--view", "plan", "--pdf", pdf}, 2},
+        {{}, 2},                                                      // no PDF named
+        {{"--pdf", "/nonexistent/folder/out.pdf"}, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.arguments.join(QLatin1Char(' ')).toStdString());
+        QFile::remove(pdf);
+        const auto [exitCode, err] = RunCli(QStringList{"report", sounding, "--data-units", "si", "--number", "B099543"} + c.arguments);
+        ASSERT_EQ(exitCode, c.exitCode) << err;
+        if (c.exitCode != 0) {
+            EXPECT_FALSE(QFileInfo::exists(pdf));
+            continue;
+        }
         const auto info = test::RunTool(QStringLiteral("pdfinfo"), {pdf});
         ASSERT_TRUE(info);
         EXPECT_TRUE(info->contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n"))));
         EXPECT_TRUE(info->contains(QString::fromLatin1(c.size))) << info->toStdString();
-        if (test::HaveTool(QStringLiteral("pdftotext"))) {
-            const auto words = test::PdfWords(pdf);
-            EXPECT_NE(test::FindWord(words, QStringLiteral("B099543")), nullptr);
-            int captions = 0;
-            for (const char* caption : {"Probability", "In-situ"})
-                captions += test::FindWord(words, QString::fromLatin1(caption)) != nullptr;
-            EXPECT_EQ(captions, c.caption ? 1 : 0);
-            if (c.caption) {
-                EXPECT_NE(test::FindWord(words, QString::fromLatin1(c.caption)), nullptr);
-            }
-        }
+        const QString text = test::RunTool(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")}).value_or(QString());
+        EXPECT_TRUE(text.contains(QStringLiteral("B099543")));
+        for (const QString& caption : {QStringLiteral("Probability"), QStringLiteral("In-situ")})
+            EXPECT_EQ(text.contains(caption), caption == c.caption) << caption.toStdString();
     }
-}
-
-TEST(ReportCommand, WrongCallsAndUnreadableFilesEndWithTheirStatus)
-{
-    QTemporaryDir dir;
-    const QString pdf = dir.filePath(QStringLiteral("out.pdf"));
-    const QString missing = dir.filePath(QStringLiteral("missing.txt"));
-    struct Case {
-        const char* name;
-        QStringList arguments;
-        int exitCode;
-    };
-    const Case cases[] = {
-        {"unknown view", {QStringLiteral("report"), missing, QStringLiteral("--view"), QStringLiteral("plan"),
-                          QStringLiteral("--pdf"), pdf}, 2},
-        {"no pdf named", {QStringLiteral("report"), missing}, 2},
-        {"missing file", {QStringLiteral("report"), missing, QStringLiteral("--pdf"), pdf}, 3},
-        {"unwritable pdf", {QStringLiteral("report"), QStringLiteral(PEMLO_SOUNDINGS_DIR "/b099543.txt"),
-                            QStringLiteral("--data-units"), QStringLiteral("si"), QStringLiteral("--pdf"),
-                            QStringLiteral("/nonexistent/folder/out.pdf")}, 1},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const CliRun run = RunCli(c.arguments);
-        EXPECT_EQ(run.exitCode, c.exitCode) << run.err.toStdString();
-        EXPECT_FALSE(QFileInfo::exists(pdf));
-    }
+    const auto [exitCode, err] = RunCli({"report", missing, "--pdf", pdf});
+    EXPECT_EQ(exitCode, 3) << err;
+    EXPECT_FALSE(QFileInfo::exists(pdf));
 }
 
 }  // namespace

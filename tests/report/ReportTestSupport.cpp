@@ -1,8 +1,6 @@
 #include "ReportTestSupport.h"
 
-#include <algorithm>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <cmath>
@@ -11,116 +9,70 @@ namespace pemlo::test {
 
 namespace {
 
-std::string Fixed(double v)
-{
-    return QString::number(v, 'f', 2).toStdString();
-}
+std::string Fixed(double v) { return QString::number(v, 'f', 2).toStdString(); }
+
+// A Letter page (portrait twips) that writes every call into the log.
+class RecordingPrinter : public Printer {
+public:
+    RecordingPrinter(std::shared_ptr<PrinterLog> log, double twipsPerPixel)
+        : log_(std::move(log)), twipsPerPixel_(twipsPerPixel) {}
+
+    void SetOrientation(Integer code) override { landscape_ = code == OrientationLandscape; Log("Orientation " + std::to_string(code)); }
+    std::int32_t Width() override { Log("Width"); return landscape_ ? 15840 : 12240; }
+    std::int32_t Height() override { Log("Height"); return landscape_ ? 12240 : 15840; }
+    double TwipsPerPixelX() override { Log("TwipsPerPixelX"); return twipsPerPixel_; }
+    double TwipsPerPixelY() override { Log("TwipsPerPixelY"); return twipsPerPixel_; }
+    void SetFontName(const QString& name) override { Log("FontName " + name.toStdString()); }
+    void SetFontSize(double points) override { Log("FontSize " + Fixed(points)); }
+    void SetFontBold(bool bold) override { Log(bold ? "Bold" : "Normal"); }
+    void SetCurrentX(double twips) override { x_ = twips; Log("X " + Fixed(twips)); }
+    void SetCurrentY(double twips) override { y_ = twips; Log("Y " + Fixed(twips)); }
+    double CurrentX() const override { return x_; }
+    double CurrentY() const override { return y_; }
+    void EndDoc() override { Log("EndDoc"); }
+    void Box(double x1, double y1, double x2, double y2) override
+    {
+        Log("Box " + Fixed(x1) + " " + Fixed(y1) + " " + Fixed(x2) + " " + Fixed(y2));
+    }
+    // ";" runs on, "," moves to the next print zone.
+    void Print(const std::vector<PrintItem>& items) override
+    {
+        std::string line = "Print ";
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            if (i > 0) line += items[i].before == PrintSeparator::Join ? ';' : ',';
+            line += items[i].text.toStdString();
+        }
+        Log(line);
+    }
+    QPaintDevice* hDC() override
+    {
+        Log("hDC");
+        if (log_->deviceFails) return nullptr;
+        if (log_->page.isNull()) {
+            log_->page = QImage(6600, 5100, QImage::Format_RGB16);   // landscape Letter at 600 dpi
+            log_->page.fill(Qt::white);
+        }
+        return &log_->page;
+    }
+
+private:
+    void Log(std::string call) { log_->calls.push_back(std::move(call)); }
+
+    std::shared_ptr<PrinterLog> log_;
+    double twipsPerPixel_;
+    bool landscape_ = false;
+    double x_ = 0.0;
+    double y_ = 0.0;
+};
 
 }  // namespace
 
-bool PrinterLog::Called(const std::string& call) const
-{
-    return std::find(calls.begin(), calls.end(), call) != calls.end();
-}
-
-std::vector<std::string> PrinterLog::From(const std::string& from) const
-{
-    return {std::find(calls.begin(), calls.end(), from), calls.end()};
-}
-
-std::shared_ptr<PrinterLog> UseRecordingPrinter(std::int32_t portraitWidth, std::int32_t portraitHeight,
-                                                double twipsPerPixel)
+std::shared_ptr<PrinterLog> UseRecordingPrinter(double twipsPerPixel)
 {
     auto log = std::make_shared<PrinterLog>();
-    SetPrinterFactory([=]() -> std::unique_ptr<Printer> {
-        ++log->opened;
-        return std::make_unique<RecordingPrinter>(log, portraitWidth, portraitHeight, twipsPerPixel);
-    });
+    SetPrinterFactory([=] { return std::make_unique<RecordingPrinter>(log, twipsPerPixel); });
     return log;
 }
-
-RecordingPrinter::RecordingPrinter(std::shared_ptr<PrinterLog> log, std::int32_t portraitWidth,
-                                   std::int32_t portraitHeight, double twipsPerPixel)
-    : log_(std::move(log)), portraitWidth_(portraitWidth), portraitHeight_(portraitHeight), twipsPerPixel_(twipsPerPixel)
-{
-}
-
-void RecordingPrinter::SetOrientation(Integer code)
-{
-    orientation_ = code;
-    log_->calls.push_back("Orientation " + std::to_string(code));
-}
-
-std::int32_t RecordingPrinter::Width()
-{
-    log_->calls.push_back("Width");
-    return orientation_ == OrientationLandscape ? portraitHeight_ : portraitWidth_;
-}
-
-std::int32_t RecordingPrinter::Height()
-{
-    log_->calls.push_back("Height");
-    return orientation_ == OrientationLandscape ? portraitWidth_ : portraitHeight_;
-}
-
-double RecordingPrinter::TwipsPerPixelX()
-{
-    log_->calls.push_back("TwipsPerPixelX");
-    return twipsPerPixel_;
-}
-
-double RecordingPrinter::TwipsPerPixelY()
-{
-    log_->calls.push_back("TwipsPerPixelY");
-    return twipsPerPixel_;
-}
-
-void RecordingPrinter::SetFontName(const QString& name) { log_->calls.push_back("FontName " + name.toStdString()); }
-void RecordingPrinter::SetFontSize(double points) { log_->calls.push_back("FontSize " + Fixed(points)); }
-void RecordingPrinter::SetFontBold(bool bold) { log_->calls.push_back(bold ? "Bold" : "Normal"); }
-
-void RecordingPrinter::SetCurrentX(double twips)
-{
-    x_ = twips;
-    log_->calls.push_back("X " + Fixed(twips));
-}
-
-void RecordingPrinter::SetCurrentY(double twips)
-{
-    y_ = twips;
-    log_->calls.push_back("Y " + Fixed(twips));
-}
-
-void RecordingPrinter::Print(const std::vector<PrintItem>& items)
-{
-    std::string line = "Print ";
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (i > 0) line += items[i].before == PrintSeparator::Join ? ";" : ",";
-        line += items[i].text.toStdString();
-    }
-    log_->calls.push_back(line);
-}
-
-void RecordingPrinter::Box(double x1, double y1, double x2, double y2)
-{
-    log_->calls.push_back("Box " + Fixed(x1) + " " + Fixed(y1) + " " + Fixed(x2) + " " + Fixed(y2));
-}
-
-QPaintDevice* RecordingPrinter::hDC()
-{
-    log_->calls.push_back("hDC");
-    if (log_->deviceFails) return nullptr;
-    QImage& page = log_->page;
-    if (page.isNull()) {
-        const double wide = std::max(portraitWidth_, portraitHeight_) / twipsPerPixel_;
-        const double high = std::min(portraitWidth_, portraitHeight_) / twipsPerPixel_;
-        page = QImage(static_cast<int>(wide), static_cast<int>(high), QImage::Format_RGB16);
-        page.fill(Qt::white);
-    }
-    return &page;
-}
-
-void RecordingPrinter::EndDoc() { log_->calls.push_back("EndDoc"); }
 
 void FillLineChart(ChartSurface& chart, QColor colour)
 {
@@ -149,14 +101,10 @@ long CountInk(const QImage& image, const QRect& area, std::optional<QColor> colo
     for (int y = 0; y < part.height(); ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(part.constScanLine(y));
         for (int x = 0; x < part.width(); ++x) {
-            const QRgb c = line[x];
-            if (colour) {
-                count += std::abs(qRed(c) - colour->red()) <= tolerance &&
-                         std::abs(qGreen(c) - colour->green()) <= tolerance &&
-                         std::abs(qBlue(c) - colour->blue()) <= tolerance;
-            } else {
-                count += qRed(c) < 200 || qGreen(c) < 200 || qBlue(c) < 200;
-            }
+            const int r = qRed(line[x]), g = qGreen(line[x]), b = qBlue(line[x]);
+            count += colour ? std::abs(r - colour->red()) <= tolerance && std::abs(g - colour->green()) <= tolerance &&
+                                  std::abs(b - colour->blue()) <= tolerance
+                            : r < 200 || g < 200 || b < 200;
         }
     }
     return count;
@@ -169,8 +117,7 @@ std::optional<QString> RunTool(const QString& program, const QStringList& argume
     if (!HaveTool(program)) return std::nullopt;
     QProcess process;
     process.start(program, arguments);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit ||
-        process.exitCode() != 0)
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         return std::nullopt;
     return QString::fromUtf8(process.readAllStandardOutput());
 }
@@ -179,36 +126,10 @@ QImage RenderPdf(const QString& pdf, int dotsPerInch)
 {
     QTemporaryDir dir;
     const QString stem = dir.filePath(QStringLiteral("page"));
-    if (!RunTool(QStringLiteral("pdftoppm"),
-                 {QStringLiteral("-r"), QString::number(dotsPerInch), QStringLiteral("-png"),
-                  QStringLiteral("-singlefile"), pdf, stem}))
+    if (!RunTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QString::number(dotsPerInch), QStringLiteral("-png"),
+                                              QStringLiteral("-singlefile"), pdf, stem}))
         return {};
     return QImage(stem + QStringLiteral(".png")).convertToFormat(QImage::Format_RGB32);
-}
-
-std::vector<PdfWord> PdfWords(const QString& pdf)
-{
-    std::vector<PdfWord> words;
-    const auto html = RunTool(QStringLiteral("pdftotext"),
-                              {QStringLiteral("-bbox"), QStringLiteral("-f"), QStringLiteral("1"),
-                               QStringLiteral("-l"), QStringLiteral("1"), pdf, QStringLiteral("-")});
-    if (!html) return words;
-    // One <word xMin=".." yMin=".." xMax=".." yMax="..">text</word> per word.
-    static const QRegularExpression word(QStringLiteral(
-        R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re"));
-    for (auto it = word.globalMatch(*html); it.hasNext();) {
-        const auto m = it.next();
-        words.push_back({m.captured(5), m.captured(1).toDouble(), m.captured(2).toDouble(),
-                         m.captured(3).toDouble(), m.captured(4).toDouble()});
-    }
-    return words;
-}
-
-const PdfWord* FindWord(const std::vector<PdfWord>& words, const QString& text)
-{
-    for (const PdfWord& w : words)
-        if (w.text == text) return &w;
-    return nullptr;
 }
 
 }  // namespace pemlo::test
