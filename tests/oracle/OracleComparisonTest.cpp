@@ -9,9 +9,7 @@
 #include <map>
 #include <string>
 
-#include "classify/BuildIntervalGrid.h"
 #include "classify/ReadingSteps.h"
-#include "classify/RefineLayers.h"
 #include "core/Declarations.h"
 #include "input/Module_FileData.h"
 #include "input/Module_Units.h"
@@ -26,24 +24,14 @@ namespace {
 using oracle::Record;
 using oracle::Sounding;
 
-struct Outcome {
-    int error = 0;
-    std::string step = "done";
-    Integer cleanIndex = 0;
-    bool operator==(const Outcome&) const = default;
-};
+struct Outcome { int error = 0; std::string step = "done"; Integer cleanIndex = 0; };
 
 template <class Step>
 bool Try(Outcome& out, const char* step, Step run)
 {
-    try {
-        run();
-        return true;
-    } catch (const RunTimeError& e) {
-        out.error = e.Number();
-    } catch (const oracle::Fault& f) {
-        out.error = f.number;
-    }
+    try { run(); return true; }
+    catch (const RunTimeError& e) { out.error = e.Number(); }
+    catch (const oracle::Fault& f) { out.error = f.number; }
     out.step = step;
     return false;
 }
@@ -54,11 +42,9 @@ void Load(Rec& r, float* depth, float* tip, float* sleeve, const Sounding& s)
 {
     r.NumLines = s.numLines;
     r.DataUnits = s.dataUnits;
-    for (std::size_t k = 0; k < s.depth.size(); ++k) {
-        depth[k] = s.depth[k];
-        tip[k] = s.tip[k];
-        sleeve[k] = s.sleeve[k];
-    }
+    std::copy(s.depth.begin(), s.depth.end(), depth);
+    std::copy(s.tip.begin(), s.tip.end(), tip);
+    std::copy(s.sleeve.begin(), s.sleeve.end(), sleeve);
 }
 
 Outcome RunProgram(Declarations& d, const Sounding& s)
@@ -85,33 +71,21 @@ Outcome RunOracle(Record& r, const Sounding& s)
 {
     Load(r, r.Depth.data(), r.Q_Tip.data(), r.Q_Sleeve.data(), s);
     Outcome out;
-    const bool converted = Try(out, "conversion", [&] {
-        if (r.DataUnits == 0)
-            s.graphUnits == 0 ? oracle::MilliVoltsToEnglish(r, s.tipFactor, s.sleeveFactor)
-                              : oracle::MilliVoltsToSI(r, s.tipFactor, s.sleeveFactor);
-        else if (r.DataUnits == 1 && s.graphUnits != 0)
-            oracle::EnglishToSI(r);
-        else if (r.DataUnits != 1 && s.graphUnits == 0)
-            oracle::SIToEnglish(r);
-    });
-    if (converted && s.cleaned) {
-        const bool cleaned = Try(out, "cleaning", [&] { oracle::CleanReadings(r); });
-        out.cleanIndex = r.CleanIndex;
-        if (!cleaned) return out;
-    }
-    if (converted) Try(out, "pipeline", [&] { oracle::RunClassificationPipeline(r); });
+    if (!Try(out, "conversion", [&] { oracle::ConvertReadings(r, s.graphUnits, s.tipFactor, s.sleeveFactor); }))
+        return out;
+    const bool cleaned = !s.cleaned || Try(out, "cleaning", [&] { oracle::CleanReadings(r); });
+    out.cleanIndex = r.CleanIndex;
+    if (cleaned) Try(out, "pipeline", [&] { oracle::RunClassificationPipeline(r); });
     return out;
 }
 
 // Bitwise equality, reporting the first index that differs.
-void ExpectSameBits(const char* name, const float* program, int programSize, const std::vector<float>& expected)
+void ExpectSameBits(const char* name, const float* program, int size, const std::vector<float>& expected)
 {
-    ASSERT_EQ(programSize, static_cast<int>(expected.size())) << name << " size";
-    if (programSize == 0 || std::memcmp(program, expected.data(), expected.size() * sizeof(float)) == 0) return;
-    for (int i = 0; i < programSize; ++i)
-        if (std::memcmp(&program[i], &expected[static_cast<std::size_t>(i)], sizeof(float)) != 0) {
-            ADD_FAILURE() << name << "(" << i + 1 << "): program " << program[i] << ", oracle "
-                          << expected[static_cast<std::size_t>(i)];
+    ASSERT_EQ(size, static_cast<int>(expected.size())) << name << " size";
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        if (std::memcmp(&program[i], &expected[i], sizeof(float)) != 0) {
+            ADD_FAILURE() << name << "(" << i + 1 << "): program " << program[i] << ", oracle " << expected[i];
             return;
         }
 }
@@ -124,18 +98,17 @@ void ExpectSameState(Declarations& d, const Record& r)
     EXPECT_EQ(d.UnitIndex, r.UnitIndex);
     EXPECT_EQ(d.RefineIndex, r.RefineIndex);
     EXPECT_EQ(d.ClassifyIndex, r.ClassifyIndex);
-    ExpectSameBits("Depth", d.Depth.data(), MaxReadings, r.Depth);
-    ExpectSameBits("Q_Tip", d.Q_Tip.data(), MaxReadings, r.Q_Tip);
-    ExpectSameBits("Q_Sleeve", d.Q_Sleeve.data(), MaxReadings, r.Q_Sleeve);
-    ExpectSameBits("Ratio", d.Ratio.data(), MaxReadings, r.Ratio);
-    const std::pair<const char*, std::pair<IntervalArray*, const std::vector<float>*>> arrays[] = {
-        {"IntDepth", {&d.IntDepth, &r.IntDepth}},     {"IntQTip", {&d.IntQTip, &r.IntQTip}},
-        {"IntQSleeve", {&d.IntQSleeve, &r.IntQSleeve}}, {"IntRatio", {&d.IntRatio, &r.IntRatio}},
-        {"IntReserve", {&d.IntReserve, &r.IntReserve}}, {"IntProb1", {&d.IntProb1, &r.IntProb1}},
-        {"IntProb2", {&d.IntProb2, &r.IntProb2}},     {"IntProb3", {&d.IntProb3, &r.IntProb3}},
-        {"IntU", {&d.IntU, &r.IntU}},                 {"IntV", {&d.IntV, &r.IntV}},
+    const auto interval = [](const IntervalArray& a) { return std::pair(a.data(), a.Size()); };
+    const std::tuple<const char*, std::pair<const float*, int>, const std::vector<float>&> arrays[] = {
+        {"Depth", {d.Depth.data(), MaxReadings}, r.Depth}, {"Q_Tip", {d.Q_Tip.data(), MaxReadings}, r.Q_Tip},
+        {"Q_Sleeve", {d.Q_Sleeve.data(), MaxReadings}, r.Q_Sleeve}, {"Ratio", {d.Ratio.data(), MaxReadings}, r.Ratio},
+        {"IntDepth", interval(d.IntDepth), r.IntDepth},       {"IntQTip", interval(d.IntQTip), r.IntQTip},
+        {"IntQSleeve", interval(d.IntQSleeve), r.IntQSleeve}, {"IntRatio", interval(d.IntRatio), r.IntRatio},
+        {"IntReserve", interval(d.IntReserve), r.IntReserve}, {"IntProb1", interval(d.IntProb1), r.IntProb1},
+        {"IntProb2", interval(d.IntProb2), r.IntProb2},       {"IntProb3", interval(d.IntProb3), r.IntProb3},
+        {"IntU", interval(d.IntU), r.IntU},                   {"IntV", interval(d.IntV), r.IntV},
     };
-    for (const auto& [name, pair] : arrays) ExpectSameBits(name, pair.first->data(), pair.first->Size(), *pair.second);
+    for (const auto& [name, program, expected] : arrays) ExpectSameBits(name, program.first, program.second, expected);
 }
 
 // Runs one sounding through both on records that may hold an earlier run's state.
@@ -147,9 +120,7 @@ Outcome Compare(Declarations& d, Record& r, const Sounding& s, int number)
     const Outcome expected = RunOracle(r, s);
     EXPECT_EQ(program.error, expected.error);
     EXPECT_EQ(program.step, expected.step);
-    if (s.cleaned) {
-        EXPECT_EQ(program.cleanIndex, expected.cleanIndex);
-    }
+    if (s.cleaned) { EXPECT_EQ(program.cleanIndex, expected.cleanIndex); }
     ExpectSameState(d, r);
     return expected;
 }
@@ -160,12 +131,9 @@ TEST(OracleComparison, GeneratedSoundingsAgreeBitForBit)
     std::map<std::string, int> outcomes;
     Declarations d;
     Record r;
-    const int count = 3000;
-    for (int number = 1; number <= count && !HasFailure(); ++number) {
-        if (number % 3 == 1) {  // fresh records now and then; otherwise the last run's state stays
-            d = Declarations{};
-            r = Record{};
-        }
+    for (int number = 1; number <= 3000 && !HasFailure(); ++number) {
+        // Now and then fresh records; otherwise the last run's state stays.
+        if (number % 3 == 1) d = Declarations{}, r = Record{};
         const Outcome o = Compare(d, r, generator.Next(), number);
         ++outcomes[o.step + " " + std::to_string(o.error)];
         if (o.error == ErrOverflow && r.RefineIndex == 32767) ++outcomes["averaging index overflow"];
@@ -180,63 +148,27 @@ TEST(OracleComparison, GeneratedSoundingsAgreeBitForBit)
 // Soundings at the limits, each with the end the road must come to.
 TEST(OracleComparison, SoundingsAtTheLimits)
 {
-    auto regular = [](int n, float top, float spacing) {
-        Sounding s = oracle::SoundingGenerator::Regular(n, top, spacing, DataSI);
-        s.cleaned = false;
-        return s;
+    // refineIndex: where the averaging stopped; 0 when it did not run
+    struct Case { const char* name; int n; float top, spacing; std::string step; int error, refineIndex; };
+    const Case cases[] = {
+        {"deepest grid: the averaging index overflows after interval 32767", 2, 1.0f, 3275.79f, "pipeline",
+         ErrOverflow, 32767},
+        {"one interval: the repeat of interval 2 fails", 2, 0.05f, 0.1f, "pipeline", ErrSubscriptOutOfRange, 2},
+        {"no readings", 0, 0.0f, 0.1f, "pipeline", ErrSubscriptOutOfRange, 0},
+        {"4000 readings, the last at 20 m", 4000, 0.005f, 0.005f, "done", 0, 200},
+        {"4001 claimed: the grid finds no last depth", 4001, 0.005f, 0.005f, "pipeline", ErrSubscriptOutOfRange, 0},
     };
-    struct Case {
-        const char* name;
-        Sounding sounding;
-        std::string step;
-        int error;
-        int refineIndex;  // where the averaging stopped; 0 when it did not run
-    };
-    std::vector<Case> cases = {
-        {"deepest grid: the averaging index overflows after interval 32767",
-         regular(2, 1.0f, 3275.79f), "pipeline", ErrOverflow, 32767},
-        {"one interval: the repeat of interval 2 fails", regular(2, 0.05f, 0.1f), "pipeline",
-         ErrSubscriptOutOfRange, 2},
-        {"no readings", regular(0, 0.0f, 0.1f), "pipeline", ErrSubscriptOutOfRange, 0},
-        {"4000 readings, the last at 20 m", regular(4000, 0.005f, 0.005f), "done", 0, 200},
-        {"more readings claimed than exist: the grid finds no last depth",
-         regular(4000, 0.005f, 0.005f), "pipeline", ErrSubscriptOutOfRange, 0},
-    };
-    cases[4].sounding.numLines = 4001;
-    int number = 0;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
+        Sounding s = oracle::SoundingGenerator::Regular(std::min(c.n, MaxReadings), c.top, c.spacing, DataSI);
+        s.numLines = static_cast<Integer>(c.n);
+        s.cleaned = false;
         Declarations d;
         Record r;
-        const Outcome o = Compare(d, r, c.sounding, ++number);
+        const Outcome o = Compare(d, r, s, 0);
         EXPECT_EQ(d.RefineIndex, c.refineIndex);
         EXPECT_EQ(o.step, c.step);
         EXPECT_EQ(o.error, c.error);
-    }
-}
-
-// The averaging on its own, told of more readings than exist: the scan of interval 2
-// sums what it finds (here an overflow comes first when huge values are there) and
-// then runs off the end of the readings.
-TEST(OracleComparison, AveragingRunsOffTheReadings)
-{
-    for (const float tip : {5.0f, 3e38f}) {
-        SCOPED_TRACE(tip);
-        Sounding s = oracle::SoundingGenerator::Regular(4000, 0.005f, 0.005f, DataSI);
-        s.tip[25] = s.tip[30] = tip;  // both in interval 2, (0.1, 0.2] m
-        Declarations d;
-        Record r;
-        Load(d, d.Depth.data(), d.Q_Tip.data(), d.Q_Sleeve.data(), s);
-        Load(r, r.Depth.data(), r.Q_Tip.data(), r.Q_Sleeve.data(), s);
-        BuildIntervalGrid(d);
-        oracle::BuildIntervalGrid(r);
-        d.NumLines = r.NumLines = 4001;
-        Outcome program, expected;
-        Try(program, "averaging", [&] { AverageIntervals(d); });
-        Try(expected, "averaging", [&] { oracle::AverageIntervals(r); });
-        EXPECT_EQ(program.error, tip > 1e30f ? ErrOverflow : ErrSubscriptOutOfRange);
-        EXPECT_EQ(program.error, expected.error);
-        ExpectSameState(d, r);
     }
 }
 
@@ -255,16 +187,11 @@ TEST(OracleComparison, RealSoundingsAgreeBitForBit)
         loaded.FileNum = files.FreeFile();
         ASSERT_EQ(LoadDataFile(loaded, files).outcome, ReadOutcome::Loaded) << loaded.DataFileName;
         for (const Integer graphUnits : {GraphSI, GraphEnglish}) {
-            Sounding s;
-            s.kind = entry.path().filename().string();
-            s.dataUnits = DataSI;
-            s.graphUnits = graphUnits;
-            s.numLines = loaded.NumLines;
-            for (int k = 1; k <= loaded.NumLines; ++k) {
-                s.depth.push_back(loaded.Depth[k]);
-                s.tip.push_back(loaded.Q_Tip[k]);
-                s.sleeve.push_back(loaded.Q_Sleeve[k]);
-            }
+            const int n = loaded.NumLines;
+            const Sounding s{.kind = entry.path().filename().string(), .graphUnits = graphUnits,
+                             .numLines = loaded.NumLines, .depth = {loaded.Depth.data(), loaded.Depth.data() + n},
+                             .tip = {loaded.Q_Tip.data(), loaded.Q_Tip.data() + n},
+                             .sleeve = {loaded.Q_Sleeve.data(), loaded.Q_Sleeve.data() + n}};
             Declarations d;
             Record r;
             EXPECT_EQ(Compare(d, r, s, ++compared).step, "done");

@@ -1,6 +1,5 @@
 #include "oracle/SoundingGenerator.h"
 
-#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <limits>
@@ -14,25 +13,12 @@ float Decimals3(double x) { return static_cast<float>(std::round(x * 1000.0) / 1
 
 }  // namespace
 
-std::uint64_t SoundingGenerator::Bits()
+double SoundingGenerator::Uniform()
 {
-    // splitmix64
     std::uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
     z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
     z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
-    return z ^ (z >> 31);
-}
-
-double SoundingGenerator::Uniform() { return static_cast<double>(Bits() >> 11) * 0x1.0p-53; }
-
-int SoundingGenerator::Below(int n) { return static_cast<int>(Bits() % static_cast<std::uint64_t>(n)); }
-
-float SoundingGenerator::Value(bool sleeve)
-{
-    const double qc = std::exp(std::log(0.05) + Uniform() * (std::log(80.0) - std::log(0.05)));
-    if (!sleeve) return Decimals3(qc);
-    if (Chance(0.05)) return 0.0f;
-    return Decimals3(qc * Uniform() * 0.08);
+    return static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1.0p-53;
 }
 
 Sounding SoundingGenerator::Regular(int n, float top, float spacing, std::int16_t dataUnits)
@@ -51,51 +37,38 @@ Sounding SoundingGenerator::Regular(int n, float top, float spacing, std::int16_
 Sounding SoundingGenerator::Next()
 {
     static const float spacings[] = {0.005f, 0.01f, 0.02f, 0.025f, 0.05f, 0.1f, 0.2f, 0.328f, 0.5f};
+    static const char* const kinds[] = {"regular", "unsorted", "duplicates", "gaps", "boundaries",
+                                        "first reading deep", "extreme values", "zero and negative",
+                                        "tiny sounding", "deep grid", "millivolt factors", "non-finite",
+                                        "4000 readings"};
+    const int kind = Below(13);
     Sounding s;
+    s.kind = kinds[kind];
     s.dataUnits = static_cast<std::int16_t>(Below(3));
     s.graphUnits = static_cast<std::int16_t>(Below(2));
     s.cleaned = !Chance(0.2);
-
-    int n = 2 + Below(150);
-    double top = Uniform() * 0.3;
-    double spacing = spacings[Below(9)];
-    const int kind = Below(13);
-    if (kind == 12) n = 4000, spacing = 0.005;
-    if (kind == 5) top = 0.4 + Uniform() * 60.0;
-    if (kind == 9) n = 2 + Below(40);  // tens of thousands of intervals: few readings keep the scan short
+    const int n = kind == 12 ? 4000 : kind == 9 ? 2 + Below(40) : 2 + Below(150);
+    double spacing = kind == 12 ? 0.005 : spacings[Below(9)];
+    // Tens of thousands of intervals: few readings keep the oracle's scans short.
     if (kind == 9) spacing = (Chance(0.5) ? 3276.79 : 3000.0 + Uniform() * 1000.0) / n;
-
+    const double top = kind == 5 ? 0.4 + Uniform() * 60.0 : Uniform() * 0.3;
     for (int k = 0; k < n; ++k) {
+        const double qc = std::exp(std::log(0.05) + Uniform() * (std::log(80.0) - std::log(0.05)));  // 0.05 to 80
         s.depth.push_back(Decimals3(top + k * spacing));
-        s.tip.push_back(Value(false));
-        s.sleeve.push_back(Value(true));
+        s.tip.push_back(Decimals3(qc));
+        s.sleeve.push_back(Chance(0.05) ? 0.0f : Decimals3(qc * Uniform() * 0.08));
     }
     auto pick = [&] { return static_cast<std::size_t>(Below(n)); };
-    switch (kind) {
-    case 0: s.kind = "regular"; break;
-    case 1:
-        s.kind = "unsorted";
+    if (kind == 1)
         for (int swaps = 1 + Below(n / 3 + 1); swaps > 0; --swaps) std::swap(s.depth[pick()], s.depth[pick()]);
-        break;
-    case 2:
-        s.kind = "duplicates";
-        for (int copies = 1 + Below(n / 2 + 1); copies > 0; --copies) {
-            const std::size_t k = pick();
-            if (k + 1 < s.depth.size()) s.depth[k + 1] = s.depth[k];
-        }
-        break;
-    case 3: {
-        s.kind = "gaps";
-        double shift = 0.0;
-        for (float& d : s.depth) {
-            if (Chance(0.05)) shift += 0.5 + Uniform() * 5.0;
-            d = Decimals3(d + shift);
-        }
-        break;
-    }
-    case 4: {
+    if (kind == 2)
+        for (int copies = 1 + Below(n / 2 + 1); copies > 0; --copies)
+            if (const std::size_t k = pick(); k + 1 < s.depth.size()) s.depth[k + 1] = s.depth[k];
+    double shift = 0.0;
+    if (kind == 3)
+        for (float& d : s.depth) shift += Chance(0.05) ? 0.5 + Uniform() * 5.0 : 0.0, d = Decimals3(d + shift);
+    if (kind == 4) {
         // Depths on the boundaries the averaging accumulates, and one step either side.
-        s.kind = "boundaries";
         s.dataUnits = Chance(0.5) ? 1 : 2;
         s.graphUnits = s.dataUnits == 1 ? 0 : 1;
         const float t = s.dataUnits == 1 ? 0.328f : 0.1f;
@@ -106,52 +79,34 @@ Sounding SoundingGenerator::Next()
             const int side = Below(3);
             s.depth[k] = side == 0 ? bound : std::nextafter(bound, side == 1 ? 0.0f : FLT_MAX);
         }
-        break;
     }
-    case 5: s.kind = "first reading deep"; break;
-    case 6: {
-        s.kind = "extreme values";
-        static const float extremes[] = {1e37f, 3e38f, -3e38f, 1e-40f, 1e-45f, 0.0f, -1.0f, FLT_MAX, 1e20f};
-        for (int m = 1 + Below(4); m > 0; --m) {
-            (Chance(0.5) ? s.tip : s.sleeve)[pick()] = extremes[Below(9)];
-        }
-        break;
-    }
-    case 7:
-        s.kind = "zero and negative";
+    static const float extremes[] = {1e37f, 3e38f, -3e38f, 1e-40f, 1e-45f, 0.0f, -1.0f, FLT_MAX, 1e20f};
+    if (kind == 6)
+        for (int m = 1 + Below(4); m > 0; --m) (Chance(0.5) ? s.tip : s.sleeve)[pick()] = extremes[Below(9)];
+    if (kind == 7) {
         s.cleaned = Chance(0.3);
         for (int m = 1 + Below(n); m > 0; --m) (Chance(0.6) ? s.tip : s.sleeve)[pick()] = -static_cast<float>(Below(3));
-        break;
-    case 8: {
-        s.kind = "tiny sounding";
-        const int keep = Below(4);
-        s.depth.resize(static_cast<std::size_t>(keep));
-        for (float& d : s.depth) d = Decimals3(Uniform() * 0.7);
-        s.tip.resize(static_cast<std::size_t>(keep));
-        s.sleeve.resize(static_cast<std::size_t>(keep));
-        break;
     }
-    case 9:
-        s.kind = "deep grid";
+    if (kind == 8) {  // none to three readings, all within the first few intervals
+        const auto keep = static_cast<std::size_t>(Below(4));
+        s.depth.resize(keep), s.tip.resize(keep), s.sleeve.resize(keep);
+        for (float& d : s.depth) d = Decimals3(Uniform() * 0.7);
+    }
+    if (kind == 9) {
         s.dataUnits = Chance(0.5) ? 2 : 0;
         s.graphUnits = 1;
         if (Chance(0.3)) s.depth.back() = Chance(0.5) ? 3276.79f : 3276.8f;
-        break;
-    case 10:
-        s.kind = "millivolt factors";
+    }
+    if (kind == 10) {
         s.dataUnits = 0;
         s.tipFactor = Chance(0.3) ? 1e35f : static_cast<float>(Uniform() * 100.0);
         s.sleeveFactor = Chance(0.2) ? 1e37f : static_cast<float>(Uniform());
-        break;
-    case 11: {
-        s.kind = "non-finite";
+    }
+    if (kind == 11 && !s.depth.empty()) {
         const float odd[] = {std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity(),
                              std::numeric_limits<float>::quiet_NaN()};
         std::vector<float>& where = Below(3) == 0 ? s.depth : (Chance(0.5) ? s.tip : s.sleeve);
-        if (!where.empty()) where[static_cast<std::size_t>(Below(static_cast<int>(where.size())))] = odd[Below(3)];
-        break;
-    }
-    default: s.kind = "4000 readings"; break;
+        where[pick()] = odd[Below(3)];
     }
     s.numLines = static_cast<std::int16_t>(s.depth.size());
     return s;

@@ -21,22 +21,19 @@ struct Sounding {
     std::vector<float> depth, tip, sleeve;
 };
 
-// Deterministic for a seed on every platform (no standard distributions).
+// Deterministic for a seed on every platform (splitmix64, no standard distributions).
 class SoundingGenerator {
 public:
     explicit SoundingGenerator(std::uint64_t seed) : state_(seed) {}
     Sounding Next();
 
-    // A sounding of n readings at a fixed spacing in SI units from `top` down.
+    // A sounding of n readings at a fixed spacing from `top` down.
     static Sounding Regular(int n, float top, float spacing, std::int16_t dataUnits);
 
-    std::uint64_t Bits();
-    double Uniform();                        // [0, 1)
-    int Below(int n);                        // 0..n-1
-    bool Chance(double p) { return Uniform() < p; }
-
 private:
-    float Value(bool sleeve);
+    double Uniform();  // [0, 1)
+    int Below(int n) { return static_cast<int>(Uniform() * n); }
+    bool Chance(double p) { return Uniform() < p; }
     std::uint64_t state_;
 };
 
