@@ -2,8 +2,10 @@
 // figures, the units recorded afterwards, and what a failure leaves behind.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <string>
+#include <tuple>
 
 #include "classify/PrintedDigits.h"
 #include "core/Declarations.h"
@@ -20,22 +22,16 @@ void MvSI(Declarations& d) { float tip = 50.0f, sleeve = 0.5f; MilliVoltsToSI(d,
 
 int ErrorOf(const std::function<void()>& step)
 {
-    try {
-        step();
-    } catch (const RunTimeError& e) {
-        return e.Number();
-    }
+    try { step(); } catch (const RunTimeError& e) { return e.Number(); }
     return 0;
 }
 
-// Each case converts one entry of both the readings and the intervals; the readings'
-// procedures also record the units, the intervals' ones leave DataUnits alone.
+// Each case converts one entry of both the readings and the intervals, then nothing at
+// all; the readings' procedures record the units, the intervals' ones leave DataUnits alone.
 TEST(ModuleUnits, ConversionsReachThePublishedFigures)
 {
     struct Case {
-        const char* name;
-        Conversion convert;
-        bool intervals;
+        const char* name; Conversion convert; bool intervals;
         float depth, tip, sleeve;
         std::string depthOut, tipOut, sleeveOut;  // as printed
         Integer unitsAfter;
@@ -66,22 +62,12 @@ TEST(ModuleUnits, ConversionsReachThePublishedFigures)
         EXPECT_EQ(c.intervals ? d.Depth[1] : d.IntDepth[1], c.depth);  // the other arrays are left alone
         EXPECT_EQ(d.DataUnits, c.unitsAfter);
         EXPECT_EQ(d.UnitIndex, 2);
-    }
-}
 
-// Nothing to convert: the reading procedures still record their units, the interval
-// procedures leave everything alone; no array entry is touched either way.
-TEST(ModuleUnits, EmptyCountsTouchNoEntry)
-{
-    const std::pair<Conversion, Integer> cases[] = {{MvEnglish, DataEnglish}, {MvSI, DataSI}, {SIToEnglish, DataEnglish},
-                                                    {EnglishToSI, DataSI}, {IntervalsSIToEnglish, 0}, {IntervalsEnglishToMetric, 0}};
-    for (const auto& [convert, unitsAfter] : cases) {
-        Declarations d;
-        d.Depth[1] = 5.0f;
-        convert(d);
-        EXPECT_EQ(d.DataUnits, unitsAfter);
-        EXPECT_EQ(d.UnitIndex, 1);
-        EXPECT_EQ(d.Depth[1], 5.0f);
+        Declarations empty;  // nothing to convert: no entry is touched, the units are still recorded
+        empty.DataUnits = 7;
+        empty.Depth[1] = 5.0f;
+        c.convert(empty);
+        EXPECT_EQ(std::tuple(empty.DataUnits, empty.UnitIndex, empty.Depth[1]), std::tuple(c.unitsAfter, Integer{1}, 5.0f));
     }
 }
 
@@ -94,21 +80,14 @@ TEST(ModuleUnits, OverflowLeavesAPartlyConvertedSounding)
         d.DataUnits = DataMilliVolts;
         d.NumLines = 4;
         const float tips[] = {1.0f, 2.0f, 1e30f, 3.0f};
-        for (int k = 1; k <= 4; ++k) {
-            d.Depth[k] = static_cast<float>(k);
-            d.Q_Tip[k] = tips[k - 1];
-            d.Q_Sleeve[k] = 1.0f;
-        }
+        for (int k = 1; k <= 4; ++k) std::tie(d.Depth[k], d.Q_Tip[k], d.Q_Sleeve[k]) = std::tuple(float(k), tips[k - 1], 1.0f);
         float tip = 1e10f, sleeve = 0.5f;
         EXPECT_EQ(ErrorOf([&] { toEnglish ? MilliVoltsToEnglish(d, tip, sleeve) : MilliVoltsToSI(d, tip, sleeve); }), ErrOverflow);
         EXPECT_EQ(d.UnitIndex, 3);
         EXPECT_EQ(d.DataUnits, DataMilliVolts);
         EXPECT_FLOAT_EQ(d.Depth[2], toEnglish ? 2.0f * 3.28084f : 2.0f);
         EXPECT_NE(d.Q_Tip[2], 2.0f);
-        EXPECT_EQ(d.Q_Tip[3], 1e30f);
-        EXPECT_EQ(d.Depth[3], 3.0f);
-        EXPECT_EQ(d.Q_Sleeve[3], 1.0f);
-        EXPECT_EQ(d.Q_Tip[4], 3.0f);
+        EXPECT_EQ((std::array{d.Depth[3], d.Q_Tip[3], d.Q_Sleeve[3], d.Q_Tip[4]}), (std::array{3.0f, 1e30f, 1.0f, 3.0f}));
     }
 }
 

@@ -13,11 +13,7 @@ namespace {
 
 int ErrorOf(void (*f)())
 {
-    try {
-        f();
-    } catch (const RunTimeError& e) {
-        return e.Number();
-    }
+    try { f(); } catch (const RunTimeError& e) { return e.Number(); }
     return 0;
 }
 
