@@ -14,25 +14,18 @@ inline bool Near(QRgb pixel, QColor colour, int tolerance = 60)
            std::abs(qBlue(pixel) - colour.blue()) <= tolerance;
 }
 
-inline int CountNear(const QImage& image, QColor colour, int tolerance = 60)
-{
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) n += Near(image.pixel(x, y), colour, tolerance);
-    return n;
-}
-
 struct Extent {
     int left = 0, right = 0, top = 0, bottom = 0;
 };
 
-// The box around every pixel of `colour`; nothing when there is none.
-inline std::optional<Extent> ExtentOf(const QImage& image, QColor colour)
+// The box around every pixel that `match` accepts; nothing when there is none.
+template <class Match>
+std::optional<Extent> ExtentWhere(const QImage& image, Match match)
 {
     std::optional<Extent> e;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x) {
-            if (!Near(image.pixel(x, y), colour)) continue;
+            if (!match(image.pixel(x, y))) continue;
             if (!e) e = Extent{x, x, y, y};
             e->left = std::min(e->left, x);
             e->right = std::max(e->right, x);
@@ -40,6 +33,11 @@ inline std::optional<Extent> ExtentOf(const QImage& image, QColor colour)
             e->bottom = std::max(e->bottom, y);
         }
     return e;
+}
+
+inline std::optional<Extent> ExtentOf(const QImage& image, QColor colour)
+{
+    return ExtentWhere(image, [&](QRgb p) { return Near(p, colour); });
 }
 
 // Mean row of the pixels of `colour` within columns [x0, x1).
