@@ -1,40 +1,28 @@
 // The About and Help windows: the Help wording word for word, the About disclaimer,
 // their size on the screen, and OK.
-#include <gtest/gtest.h>
-
 #include <QGuiApplication>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <QTextDocument>
 
-#include "core/Screens.h"
 #include "info/Frm_About.h"
 #include "info/Frm_HelpInfo.h"
+#include "support/ScreenFixture.h"
 
 namespace pemlo::test {
 namespace {
 
-class InfoWindows : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        Screens::Instance().Reset();
-        RegisterFrm_About();
-        RegisterFrm_HelpInfo();
-    }
-    void TearDown() override { Screens::Instance().Reset(); }
+using InfoWindows = ScreenFixture;
 
-    static QTextDocument* Text(ScreenId id)
-    {
-        auto* box = Screens::Instance().Get(id)->findChild<QTextBrowser*>(QStringLiteral("RichTextBox1"));
-        EXPECT_NE(box, nullptr);
-        EXPECT_TRUE(box->isReadOnly());
-        return box->document();
-    }
-};
+QTextDocument* Text(ScreenId id)
+{
+    auto* box = Screens::Instance().Get(id)->findChild<QTextBrowser*>(QStringLiteral("RichTextBox1"));
+    EXPECT_NE(box, nullptr);
+    EXPECT_TRUE(box->isReadOnly());
+    return box->document();
+}
 
 #define ARROW "\xE2\x9E\xA2\t"
 // Every non-empty Help paragraph as the user reads it: an arrow or an "o"
@@ -95,18 +83,16 @@ TEST_F(InfoWindows, ModalSizedFromTheScreenAndClosedByOk)
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     for (ScreenId id : {ScreenId::Frm_About, ScreenId::Frm_HelpInfo}) {
         SCOPED_TRACE(ScreenName(id).toStdString());
-        QWidget* window = Screens::Instance().Get(id);
+        QWidget* window = screens().Get(id);
         EXPECT_EQ(window->windowModality(), Qt::ApplicationModal);
         const QString text = Text(id)->toPlainText();
-        Screens::Instance().Show(id);
+        screens().Show(id);
         // Shown, not only built: the contents must not force a larger window.
         EXPECT_EQ(window->size(), QSize(static_cast<int>(0.72 * screen.width()), static_cast<int>(0.6 * screen.height())));
-        auto* ok = window->findChild<QPushButton*>(QStringLiteral("CmdOK"));
-        ASSERT_NE(ok, nullptr);
-        QTest::mouseClick(ok, Qt::LeftButton);
-        EXPECT_FALSE(Screens::Instance().IsLoaded(id));
+        QTest::mouseClick(Find<QPushButton>(window, "CmdOK"), Qt::LeftButton);
+        EXPECT_FALSE(screens().IsLoaded(id));
         EXPECT_EQ(Text(id)->toPlainText(), text);  // the next opening is a fresh window with the same text
-        Screens::Instance().Close(id);
+        screens().Close(id);
     }
 }
 

@@ -1,6 +1,6 @@
 // Drives the project information and cone factors screens on the program's record,
-// with stand-ins for the open-file and CPT data screens that count their builds and
-// can fail their load step, so that the routing of OK is seen without the plots.
+// with stand-ins for the open-file and CPT data screens (the plots can fail their
+// load step), so that the routing of OK is seen without the plots.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -27,17 +27,16 @@ protected:
     // Back to a freshly started program with a file loaded; tables restart per case.
     void Restart()
     {
-        openFileBuilds = plotBuilds = 0;
         failPlotLoad = false;
         Screens& screens = Screens::Instance();
         screens.Reset();
         ResetRecord();
         RegisterFrm_Titles();
         RegisterFrm_ConeFactors();
-        screens.Register(ScreenId::Frm_OpenFile, [this] { return StandIn("Frm_OpenFile", openFileBuilds); });
+        screens.Register(ScreenId::Frm_OpenFile, [] { return StandIn("Frm_OpenFile"); });
         screens.Register(ScreenId::Frm_CPTData, [this] {
             if (failPlotLoad) Raise(ErrOverflow);
-            return StandIn("Frm_CPTData", plotBuilds);
+            return StandIn("Frm_CPTData");
         });
         // The open-file screen loads before the project information is ever shown.
         TheRecord().DataUnits = DataEnglish;
@@ -45,9 +44,8 @@ protected:
         screens.Show(ScreenId::Frm_OpenFile);
     }
 
-    static QWidget* StandIn(const char* name, int& builds)
+    static QWidget* StandIn(const char* name)
     {
-        ++builds;
         auto* screen = new QWidget;
         screen->setObjectName(QString::fromLatin1(name));
         return screen;
@@ -86,8 +84,6 @@ protected:
 
     static bool Loaded(ScreenId id) { return Screens::Instance().IsLoaded(id); }
 
-    int openFileBuilds = 0;
-    int plotBuilds = 0;
     bool failPlotLoad = false;
 };
 

@@ -1,5 +1,5 @@
 // The cone factors screen: what its boxes let a user type, Continue's check for empty
-// boxes, the conversion of millivolt readings, and the way back through Cancel.
+// boxes and overflow, the conversion of millivolt readings, and Cancel.
 #include "classify/PrintedDigits.h"
 #include "EntryScreensFixture.h"
 #include "runtime/MessageBox.h"
@@ -52,35 +52,50 @@ TEST_F(ConeFactorsScreen, NumericTestOfPastedTexts)
     for (const auto& c : cases) EXPECT_EQ(IsNumericText(QString::fromLatin1(c.text)), c.numeric) << c.text;
 }
 
-TEST_F(ConeFactorsScreen, ContinueAsksForTheFirstEmptyBox)
+// Continue with an empty box asks for the first one; a factor or a product beyond
+// single precision is not trapped: the run-time error is reported and the program
+// ends. Either way nothing is converted.
+TEST_F(ConeFactorsScreen, ContinueRefusesEmptyBoxesAndEndsOnOverflow)
 {
     const struct {
         const char *tip, *sleeve;
-        int focused;
-    } cases[] = {{"", "0.5", 0}, {"50", "", 1}, {"", "", 0}};
+        float reading;
+        int focused;  // -1: the program ends
+    } cases[] = {
+        {"", "0.5", 1.0f, 0}, {"50", "", 1.0f, 1}, {"", "", 1.0f, 0},  // only the first empty box is reported
+        {"1e39", "0.5", 1.0f, -1},   // the factor itself does not fit
+        {"3e38", "0.5", 10.0f, -1},  // the product does not: entry 1 fails at its tip
+    };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.tip) + "|" + c.sleeve);
         Restart();
-        OneReading(DataMilliVolts, GraphEnglish);
+        OneReading(DataMilliVolts, GraphSI, 10.0f, c.reading);
         Frm_ConeFactors* screen = ShowConeFactors();
         screen->TxtFactor(0)->setText(QString::fromLatin1(c.tip));
         screen->TxtFactor(1)->setText(QString::fromLatin1(c.sleeve));
+        ASSERT_EQ(screen->TxtFactor(0)->text(), QString::fromLatin1(c.tip));
         ModalWatcher watcher;
         Press(screen, "CmdNext");
-        ASSERT_EQ(watcher.Messages().size(), 1u);  // only the first empty box is reported
-        EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" Missing Data Entry .. Please Enter "));
-        EXPECT_EQ(watcher.Messages()[0].title, AppTitle());
-        EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
-        EXPECT_EQ(screen->focusWidget(), screen->TxtFactor(c.focused));
-        EXPECT_TRUE(Loaded(ScreenId::Frm_ConeFactors));
+        ASSERT_EQ(watcher.Messages().size(), 1u);
+        if (c.focused >= 0) {
+            EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" Missing Data Entry .. Please Enter "));
+            EXPECT_EQ(watcher.Messages()[0].title, AppTitle());
+            EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+            EXPECT_EQ(screen->focusWidget(), screen->TxtFactor(c.focused));
+        } else {
+            EXPECT_TRUE(watcher.Messages()[0].text.startsWith(QStringLiteral("Run-time error '6':")));
+        }
+        EXPECT_EQ(Screens::Instance().HasEnded(), c.focused < 0);
         EXPECT_EQ(TheRecord().DataUnits, DataMilliVolts);
-        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], 1.0f);
+        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], c.reading);
+        EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
     }
 }
 
-// OK on the project information screen with millivolt readings: the cone factors
-// screen is shown modally and Continue converts into the graph units.
-TEST_F(ConeFactorsScreen, ContinueConvertsMilliVoltsIntoTheGraphUnits)
+// OK on the project information screen with millivolt readings shows the factors
+// modally. Cancel converts nothing and returns there; the next OK shows the defaults
+// again, not what was typed before Cancel; Continue converts into the graph units.
+TEST_F(ConeFactorsScreen, CancelShowsTheDefaultsAgainAndContinueConverts)
 {
     const struct {
         Integer graphUnits, unitsAfter;
@@ -90,82 +105,34 @@ TEST_F(ConeFactorsScreen, ContinueConvertsMilliVoltsIntoTheGraphUnits)
         {GraphSI, DataSI, "10", "50", "0.5"},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.tip);
         Restart();
         OneReading(DataMilliVolts, c.graphUnits);
         Frm_Titles* titles = ShowTitles();
-        WhenShown answer(ScreenId::Frm_ConeFactors, [](QWidget* screen) { Press(screen, "CmdNext"); });
-        Press(titles, "CmdOK");
-        ASSERT_TRUE(answer.Done());
         const Declarations& d = TheRecord();
-        EXPECT_EQ(d.DataUnits, c.unitsAfter);
-        EXPECT_PRINTS_AS(d.Depth[1], c.depth);
-        EXPECT_PRINTS_AS(d.Q_Tip[1], c.tip);
-        EXPECT_PRINTS_AS(d.Q_Sleeve[1], c.sleeve);
-        EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));
-        EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));
-        EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
-        EXPECT_FALSE(titles->isVisible());  // hidden, not closed
-    }
-}
-
-// Cancel converts nothing and returns to the project information; the next OK shows
-// the factors screen with its defaults again, not what was typed before Cancel.
-TEST_F(ConeFactorsScreen, CancelLeavesMilliVoltsAndShowsTheDefaultsAgain)
-{
-    OneReading(DataMilliVolts, GraphEnglish);
-    Frm_Titles* titles = ShowTitles();
-    for (int opening = 0; opening < 2; ++opening) {
-        SCOPED_TRACE(opening);
-        QString tip, sleeve;
-        WhenShown typeThenCancel(ScreenId::Frm_ConeFactors, [&](QWidget* screen) {
-            auto* factors = static_cast<Frm_ConeFactors*>(screen);
-            tip = factors->TxtFactor(0)->text();
-            sleeve = factors->TxtFactor(1)->text();
-            factors->TxtFactor(0)->setText(QStringLiteral("7"));
-            factors->TxtFactor(1)->setText(QStringLiteral("0.25"));
-            Press(screen, "CmdCancel");
-        });
-        Press(titles, "CmdOK");
-        ASSERT_TRUE(typeThenCancel.Done());
-        EXPECT_EQ(tip, QStringLiteral("50"));
-        EXPECT_EQ(sleeve, QStringLiteral("0.5"));
-        EXPECT_EQ(TheRecord().DataUnits, DataMilliVolts);
-        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], 1.0f);
-        EXPECT_FLOAT_EQ(TheRecord().Depth[1], 10.0f);
-        EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));
-        EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));  // OK closes it once the factors are gone
-        EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
-        EXPECT_TRUE(titles->isVisible());
-    }
-}
-
-// A factor or a product beyond single precision is not trapped: the run-time error
-// is reported and the program ends; the factor case converts nothing.
-TEST_F(ConeFactorsScreen, OverflowEndsTheProgramWithTheRunTimeError)
-{
-    const struct {
-        const char* tip;
-        float reading;
-    } cases[] = {
-        {"1e39", 1.0f},   // the factor itself does not fit
-        {"3e38", 10.0f},  // the product does not: entry 1 fails at its tip
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.tip);
-        Restart();
-        OneReading(DataMilliVolts, GraphSI, 10.0f, c.reading);
-        Frm_ConeFactors* screen = ShowConeFactors();
-        screen->TxtFactor(0)->setText(QString::fromLatin1(c.tip));
-        ASSERT_EQ(screen->TxtFactor(0)->text(), QString::fromLatin1(c.tip));
-        ModalWatcher watcher;
-        Press(screen, "CmdNext");
-        ASSERT_EQ(watcher.Messages().size(), 1u);
-        EXPECT_TRUE(watcher.Messages()[0].text.startsWith(QStringLiteral("Run-time error '6':")));
-        EXPECT_TRUE(Screens::Instance().HasEnded());
-        EXPECT_EQ(TheRecord().DataUnits, DataMilliVolts);
-        EXPECT_FLOAT_EQ(TheRecord().Q_Tip[1], c.reading);
-        EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
+        for (const std::string button : {"CmdCancel", "CmdCancel", "CmdNext"}) {
+            SCOPED_TRACE(std::string(c.tip) + " " + button);
+            QString tip, sleeve;
+            WhenShown answer(ScreenId::Frm_ConeFactors, [&](QWidget* screen) {
+                auto* factors = static_cast<Frm_ConeFactors*>(screen);
+                tip = factors->TxtFactor(0)->text();
+                sleeve = factors->TxtFactor(1)->text();
+                if (button == "CmdCancel") factors->TxtFactor(0)->setText(QStringLiteral("7"));
+                Press(screen, button.c_str());
+            });
+            Press(titles, "CmdOK");
+            ASSERT_TRUE(answer.Done());
+            EXPECT_EQ(tip, QStringLiteral("50"));
+            EXPECT_EQ(sleeve, QStringLiteral("0.5"));
+            const bool continued = button == "CmdNext";
+            EXPECT_EQ(d.DataUnits, continued ? c.unitsAfter : static_cast<Integer>(DataMilliVolts));
+            EXPECT_PRINTS_AS(d.Depth[1], continued ? c.depth : "10");
+            EXPECT_PRINTS_AS(d.Q_Tip[1], continued ? c.tip : "1");
+            EXPECT_PRINTS_AS(d.Q_Sleeve[1], continued ? c.sleeve : "1");
+            EXPECT_FALSE(Loaded(ScreenId::Frm_ConeFactors));
+            EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));  // OK closes it once the factors are gone
+            EXPECT_EQ(Loaded(ScreenId::Frm_CPTData), continued);
+            EXPECT_EQ(titles->isVisible(), !continued);  // Continue hides it, not closes it
+        }
     }
 }
 
