@@ -16,7 +16,6 @@ namespace pemlo {
 namespace {
 
 // The procedures on the readings, with the default cone factors where they take any.
-using Conversion = std::function<void(Declarations&)>;
 void MvEnglish(Declarations& d) { float tip = 50.0f, sleeve = 0.5f; MilliVoltsToEnglish(d, tip, sleeve); }
 void MvSI(Declarations& d) { float tip = 50.0f, sleeve = 0.5f; MilliVoltsToSI(d, tip, sleeve); }
 
@@ -31,7 +30,7 @@ int ErrorOf(const std::function<void()>& step)
 TEST(ModuleUnits, ConversionsReachThePublishedFigures)
 {
     struct Case {
-        const char* name; Conversion convert; bool intervals;
+        const char* name; void (*convert)(Declarations&); bool intervals;
         float depth, tip, sleeve;
         std::string depthOut, tipOut, sleeveOut;  // as printed
         Integer unitsAfter;

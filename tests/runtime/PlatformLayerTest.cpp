@@ -15,8 +15,6 @@
 namespace pemlo {
 namespace {
 
-using test::ModalWatcher;
-
 // Messages keep their blanks and line ends; an error no handler traps is reported in
 // the platform's words and ends the program; a handler that succeeds shows nothing.
 TEST(MessageBoxTest, ShowsTextTitleAndIconExactly)
@@ -31,8 +29,6 @@ TEST(MessageBoxTest, ShowsTextTitleAndIconExactly)
     } const cases[] = {
         {[] { ShowMessage(nullptr, "line one\r\n line two ", QMessageBox::Information, " Data Import"); },
          "line one\r\n line two ", " Data Import", QMessageBox::Information, 0},
-        {[] { ShowMessage(nullptr, " Missing Data Entry ", QMessageBox::Critical, AppTitle()); },
-         " Missing Data Entry ", AppTitle(), QMessageBox::Critical, 0},
         {[] { Untrapped([] { Raise(ErrSubscriptOutOfRange); }); }, "Run-time error '9':\n\nSubscript out of range",
          AppTitle(), QMessageBox::Critical, 1},
         {[] { Untrapped([] { throw RunTimeError(11, "Division by zero"); }); }, "Run-time error '11':\n\nDivision by zero",
@@ -43,7 +39,7 @@ TEST(MessageBoxTest, ShowsTextTitleAndIconExactly)
     };
     for (const Case& c : cases) {
         ends = 0;
-        ModalWatcher watcher;
+        test::ModalWatcher watcher;
         c.action();
         EXPECT_EQ(ends, c.ends) << c.text.toStdString();
         ASSERT_EQ(watcher.Messages().size(), c.text.isEmpty() ? 0u : 1u) << c.text.toStdString();
@@ -66,7 +62,7 @@ TEST(MousePointerTest, OneSettingNotAStack)
     for (const auto& [settings, hourglass] : cases) {
         for (P p : settings) SetMousePointer(p);
         EXPECT_EQ(CurrentMousePointer() == P::Hourglass, hourglass);
-        const QCursor* shown = QGuiApplication::overrideCursor();
+        const QCursor* shown = QGuiApplication::overrideCursor();  // what the user sees
         EXPECT_EQ(shown != nullptr && shown->shape() == Qt::WaitCursor, hourglass);
         SetMousePointer(P::Default);
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
@@ -81,7 +77,7 @@ TEST(FileDialogTest, ChoiceCancelAndMissingFile)
     ASSERT_TRUE(QFile(existing).open(QIODevice::WriteOnly));
     const std::pair<QString, bool> cases[] = {{existing, true}, {QString(), false}, {dir.filePath("missing.dat"), false}};
     for (const auto& [answer, chosen] : cases) {  // answer empty: cancel
-        ModalWatcher watcher;
+        test::ModalWatcher watcher;
         answer.isEmpty() ? watcher.CancelFileDialog() : watcher.ChooseFile(answer);
         int error = 0;
         QString result;
