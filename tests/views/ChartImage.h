@@ -40,18 +40,4 @@ inline std::optional<Extent> ExtentOf(const QImage& image, QColor colour)
     return ExtentWhere(image, [&](QRgb p) { return Near(p, colour); });
 }
 
-// Mean row of the pixels of `colour` within columns [x0, x1).
-inline double MeanRow(const QImage& image, QColor colour, int x0, int x1)
-{
-    double sum = 0;
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = x0; x < x1; ++x)
-            if (Near(image.pixel(x, y), colour)) {
-                sum += y;
-                ++n;
-            }
-    return n > 0 ? sum / n : -1.0;
-}
-
 }  // namespace pemlo::test

@@ -29,7 +29,6 @@ void MakeSounding(Declarations& d, double lastDepth)
         d.Depth[k] = static_cast<float>(0.05 * k);
         d.Q_Tip[k] = static_cast<float>(2.0 + 1.5 * std::sin(k / 7.0) + 0.05 * k);
         d.Q_Sleeve[k] = static_cast<float>(0.02 + 0.015 * (1.0 + std::cos(k / 5.0)));
-        d.Ratio[k] = d.Q_Sleeve[k] * 100.0f / d.Q_Tip[k];
     }
     d.NumLines = static_cast<Integer>(n);
 }
