@@ -27,24 +27,6 @@ namespace {
 
 using test::ChartColours;
 using test::CountInk;
-using test::PrinterLog;
-
-const std::vector<std::int32_t> ThreeCharts = {42, 2090, 4180, 6270};
-// 1567.5 and 4702.5 round to the even neighbour: 1568 and 4702.
-const std::vector<std::int32_t> FourCharts = {42, 1568, 3135, 4702, 6270};
-
-TEST(ReportLayout, LetterAt600DpiMixesPixelsAndTwips)
-{
-    const PageQuantities q = ComputePageQuantities(15840, 12240, 2.4, 2.4);
-    EXPECT_EQ(q.Wp, 15048.0f);
-    EXPECT_EQ(q.Hp, 11628.0f);
-    EXPECT_NEAR(q.m, 41.667, 0.0005);
-    const ReportLayout r = LayoutReport(q, 3, ProjectTexts{});
-    EXPECT_NEAR(r.frameLeft, 41.667, 0.0005);
-    EXPECT_NEAR(r.frameTop, 41.667, 0.0005);
-    EXPECT_EQ(r.frameRight, 15048.0f);
-    EXPECT_EQ(r.frameBottom, 548.72f);
-}
 
 class PrintReportTest : public ::testing::Test {
 protected:
@@ -59,23 +41,20 @@ protected:
         ResetRecord();
     }
     // Prints with the given count; a caller with three charts passes its third twice.
-    void Print(int count)
-    {
-        PrintReport(count, charts_[0], charts_[1], charts_[2], charts_[count == 3 ? 2 : 3]);
-    }
+    void Print(int count) { PrintReport(count, charts_[0], charts_[1], charts_[2], charts_[count == 3 ? 2 : 3]); }
 
     ChartSurface charts_[4];
 };
 
+// The texts and places of the header, and the labels left standing when the project's
+// fields are empty.
 TEST_F(PrintReportTest, CallsThePrinterInTheReportsOrder)
 {
     Declarations& d = TheRecord();
     std::tie(d.ProjectNumber, d.ProjectTitle, d.ProjectDate, d.ProjectLocation, d.GWT, d.ConeNo) =
         std::tuple("P-117", "Harbour quay", "12/05/1998", "CPT 4", "2.5", "C-10");
-    const auto log = test::UseRecordingPrinter();
-    test::ModalWatcher watcher;
+    auto log = test::UseRecordingPrinter();
     Print(3);
-    EXPECT_TRUE(watcher.Messages().empty());
     const std::vector<std::string> expected = {
         "Orientation 2", "Width", "FontName Arial", "FontSize 12.00", "Bold", "TwipsPerPixelX", "TwipsPerPixelY",
         "Height", "Box 41.67 41.67 15048.00 548.72",
@@ -86,11 +65,9 @@ TEST_F(PrintReportTest, CallsThePrinterInTheReportsOrder)
         "Normal", "Print Cone No: ", "X 13748.00", "Y 383.27", "Bold", "Print C-10",
         "hDC", "hDC", "hDC", "EndDoc"};
     EXPECT_EQ(log->calls, expected);
-}
 
-TEST_F(PrintReportTest, EmptyProjectFieldsPrintTheirLabels)
-{
-    const auto log = test::UseRecordingPrinter();
+    ResetRecord();
+    log = test::UseRecordingPrinter();
     Print(4);
     std::vector<std::string> printed;
     for (const std::string& call : log->calls)
@@ -99,12 +76,17 @@ TEST_F(PrintReportTest, EmptyProjectFieldsPrintTheirLabels)
                                                  "Print Location/No: ;,     GWT: ;", "Print Cone No: ", "Print "}));
 }
 
-// The band and the edges of its shares, and the ink of each chart's colour inside its
-// own share and nowhere else.
+// The page's quantities, the band and the edges of its shares (the frame is the Box the
+// printer is given), the ink of each chart in its own share and none outside the band.
 TEST_F(PrintReportTest, EachChartFillsItsShareOfTheBand)
 {
     const PageQuantities q = ComputePageQuantities(15840, 12240, 2.4, 2.4);
-    for (const auto& [count, edges] : {std::pair{3, ThreeCharts}, {4, FourCharts}, {2, FourCharts}, {5, FourCharts}}) {
+    EXPECT_EQ(q.Wp, 15048.0f);
+    EXPECT_EQ(q.Hp, 11628.0f);
+    EXPECT_NEAR(q.m, 41.667, 0.0005);
+    const std::vector<std::int32_t> three = {42, 2090, 4180, 6270};
+    const std::vector<std::int32_t> four = {42, 1568, 3135, 4702, 6270};   // 1567.5 and 4702.5 round to even
+    for (const auto& [count, edges] : {std::pair{3, three}, {4, four}, {2, four}, {5, four}}) {
         SCOPED_TRACE(count);
         const ReportLayout r = LayoutReport(q, count, ProjectTexts{});
         EXPECT_EQ(r.chartTop, 250);
@@ -113,17 +95,13 @@ TEST_F(PrintReportTest, EachChartFillsItsShareOfTheBand)
         const auto log = test::UseRecordingPrinter();
         Print(count);
         ASSERT_TRUE(log->Called("EndDoc"));
-        const QImage& page = log->page;
         for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
             const QRect share(QPoint(edges[i] + 2, 252), QPoint(edges[i + 1] - 3, 4800));
-            for (std::size_t k = 0; k < 4; ++k) {
-                const long ink = CountInk(page, share, ChartColours[k], 40);
-                if (k == i) EXPECT_GT(ink, 2000) << "chart " << k + 1 << " in share " << i + 1;
-                else EXPECT_EQ(ink, 0) << "chart " << k + 1 << " in share " << i + 1;
-            }
+            EXPECT_GT(CountInk(log->page, share, ChartColours[i], 40), 2000) << "chart " << i + 1;
+            EXPECT_EQ(CountInk(log->page, share, ChartColours[(i + 1) % 4], 40), 0) << "chart " << i + 2 << " overflows";
         }
-        const QRect band(QPoint(edges.front() - 1, 249), QPoint(edges.back() + 1, 4804));
-        EXPECT_EQ(CountInk(page, page.rect()), CountInk(page, band)) << "ink outside the band";
+        EXPECT_EQ(CountInk(log->page, log->page.rect()),
+                  CountInk(log->page, QRect(QPoint(edges.front() - 1, 249), QPoint(edges.back() + 1, 4804)))) << "outside the band";
     }
 }
 
@@ -131,11 +109,10 @@ TEST_F(PrintReportTest, EachChartFillsItsShareOfTheBand)
 // device or no pixel size.
 TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
 {
-    const std::pair<const char*, std::function<std::shared_ptr<PrinterLog>()>> cases[] = {
+    const std::pair<const char*, std::function<std::shared_ptr<test::PrinterLog>()>> cases[] = {
         {"no default printer", [] { SetPrinterFactory([]() -> std::unique_ptr<Printer> { Raise(ErrNoPrinter); }); return nullptr; }},
-        {"a printer that refuses the page", [] {
-             SetPrinterFactory([] { return MakeQtPrinter(MakePdfQPrinter(QStringLiteral("/nonexistent/r.pdf"), 600, QStringLiteral("Letter"))); });
-             return nullptr; }},
+        {"a printer that refuses the page", [] { SetPrinterFactory([] { return MakeQtPrinter(MakePdfQPrinter(
+                                                     QStringLiteral("/nonexistent/r.pdf"), 600, QStringLiteral("Letter"))); }); return nullptr; }},
         {"a chart that cannot paint", [] { auto log = test::UseRecordingPrinter(); log->deviceFails = true; return log; }},
         {"a printer without a pixel size", [] { return test::UseRecordingPrinter(0.0); }},
     };
@@ -148,23 +125,16 @@ TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
         EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" A Printing Error ...."));
         EXPECT_EQ(watcher.Messages()[0].title, AppTitle());
         EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
-        if (log) {
-            EXPECT_FALSE(log->Called("EndDoc"));
-        }
-        SetPrinterFactory({});
+        EXPECT_FALSE(log && log->Called("EndDoc"));
     }
 }
 
-// The report on a real print queue: the system's default printer reached through
-// CUPS, a cups-pdf queue as tools/start-print-server.sh sets one up. The page comes
-// back as the PDF file cups-pdf writes; the print system re-encodes the text, so the
-// page is checked on its rendering. Without a print server the test skips.
 // Where cups-pdf puts the files of this user: the Out line of its configuration.
 QString CupsPdfOutDir()
 {
     QFile conf(QStringLiteral("/etc/cups/cups-pdf.conf"));
-    const QString text = conf.open(QIODevice::ReadOnly) ? QString::fromUtf8(conf.readAll()) : QString();
-    const auto m = QRegularExpression(QStringLiteral("^Out\\s+(\\S.*)$"), QRegularExpression::MultilineOption).match(text);
+    const auto m = QRegularExpression(QStringLiteral("^Out\\s+(\\S.*)$"), QRegularExpression::MultilineOption)
+                       .match(conf.open(QIODevice::ReadOnly) ? QString::fromUtf8(conf.readAll()) : QString());
     return (m.hasMatch() ? m.captured(1).trimmed() : QStringLiteral("${HOME}/PDF")).replace(QStringLiteral("${HOME}"), QDir::homePath());
 }
 
@@ -181,46 +151,39 @@ QString WaitForPdf(const QString& dir, const QDateTime& since)
     return {};
 }
 
-TEST(PrintReportOnCups, OneLandscapePageWithHeaderAndFourChartsSideBySide)
+// The report on a real print queue: the system's default printer reached through
+// CUPS, a cups-pdf queue as tools/start-print-server.sh sets one up. The page comes
+// back as the PDF file cups-pdf writes; the print system re-encodes the text, so the
+// page is checked on its rendering. Without a print server the test skips.
+TEST_F(PrintReportTest, OnARealPrintQueueOneLandscapePageWithTheHeaderAndFourCharts)
 {
     const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
     if (printer.isNull()) GTEST_SKIP() << "no print server with a default printer (tools/start-print-server.sh)";
     const auto device = test::RunTool(QStringLiteral("lpstat"), {QStringLiteral("-v"), printer.printerName()});
     if (!device || !device->contains(QStringLiteral("cups-pdf:"))) GTEST_SKIP() << "the default printer is no cups-pdf queue";
-    if (!test::HaveTool(QStringLiteral("pdftoppm")) || !test::HaveTool(QStringLiteral("pdfinfo")))
-        GTEST_SKIP() << "poppler-utils are not installed";
-    SetPrinterFactory({});
-    ResetRecord();
+    if (!test::HaveTool(QStringLiteral("pdftoppm"))) GTEST_SKIP() << "poppler-utils are not installed";
     TheRecord().ProjectNumber = "P-117";
-    ChartSurface charts[4];
-    for (int i = 0; i < 4; ++i) test::FillLineChart(charts[i], test::ChartColours[i]);
-
     const QDateTime start = QDateTime::currentDateTime().addSecs(-1);
-    {
-        test::ModalWatcher watcher;
-        PrintReport(4, charts[0], charts[1], charts[2], charts[3]);
-        ASSERT_TRUE(watcher.Messages().empty()) << watcher.Messages()[0].text.toStdString();
-    }
+    test::ModalWatcher watcher;
+    Print(4);
+    ASSERT_TRUE(watcher.Messages().empty()) << watcher.Messages()[0].text.toStdString();
     const QString pdf = WaitForPdf(CupsPdfOutDir(), start);
     ASSERT_FALSE(pdf.isEmpty()) << "no PDF arrived in " << CupsPdfOutDir().toStdString();
-    const auto info = test::RunTool(QStringLiteral("pdfinfo"), {pdf});
-    ASSERT_TRUE(info);
-    EXPECT_TRUE(info->contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n")))) << info->toStdString();
+    const QString info = test::RunTool(QStringLiteral("pdfinfo"), {pdf}).value_or(QString());
+    EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n")))) << info.toStdString();
     QImage page = test::RenderPdf(pdf, 50);
     ASSERT_FALSE(page.isNull());
     // The print system may put the landscape page on an upright sheet, turned a quarter.
     if (page.height() > page.width()) page = page.transformed(QTransform().rotate(90));
     const int headerRows = static_cast<int>(548.72 / 1440 * 50);
-    EXPECT_GT(test::CountInk(page, QRect(0, 0, page.width(), headerRows)), 100) << "header";
+    EXPECT_GT(CountInk(page, QRect(0, 0, page.width(), headerRows)), 100) << "header";
     // Each chart's line stands in its share of the usable 95 percent of the width.
+    const double share = 0.95 * page.width() / 4;
     for (int i = 0; i < 4; ++i) {
-        const double share = 0.95 * page.width() / 4;
-        const QRect zone(QPoint(static_cast<int>(i * share), headerRows),
-                         QPoint(static_cast<int>((i + 1) * share), page.height() - 1));
-        EXPECT_GT(test::CountInk(page, zone, test::ChartColours[i], 60), 50) << "chart " << i + 1;
+        const QRect zone(QPoint(static_cast<int>(i * share), headerRows), QPoint(static_cast<int>((i + 1) * share), page.height() - 1));
+        EXPECT_GT(CountInk(page, zone, ChartColours[i], 60), 50) << "chart " << i + 1;
     }
     QFile::remove(pdf);
-    ResetRecord();
 }
 
 }  // namespace

@@ -14,8 +14,7 @@ std::string Fixed(double v) { return QString::number(v, 'f', 2).toStdString(); }
 // A Letter page (portrait twips) that writes every call into the log.
 class RecordingPrinter : public Printer {
 public:
-    RecordingPrinter(std::shared_ptr<PrinterLog> log, double twipsPerPixel)
-        : log_(std::move(log)), twipsPerPixel_(twipsPerPixel) {}
+    RecordingPrinter(std::shared_ptr<PrinterLog> log, double twipsPerPixel) : log_(std::move(log)), twipsPerPixel_(twipsPerPixel) {}
 
     void SetOrientation(Integer code) override { landscape_ = code == OrientationLandscape; Log("Orientation " + std::to_string(code)); }
     std::int32_t Width() override { Log("Width"); return landscape_ ? 15840 : 12240; }
@@ -61,8 +60,7 @@ private:
     std::shared_ptr<PrinterLog> log_;
     double twipsPerPixel_;
     bool landscape_ = false;
-    double x_ = 0.0;
-    double y_ = 0.0;
+    double x_ = 0.0, y_ = 0.0;
 };
 
 }  // namespace
@@ -76,10 +74,9 @@ std::shared_ptr<PrinterLog> UseRecordingPrinter(double twipsPerPixel)
 
 void FillLineChart(ChartSurface& chart, QColor colour)
 {
-    constexpr Integer points = 40;
-    chart.BeginData(Values, 1, points);
-    chart.BeginData(XValues, 1, points);
-    for (Integer i = 0; i < points; ++i) {
+    chart.BeginData(Values, 1, 40);   // one series of 40 points
+    chart.BeginData(XValues, 1, 40);
+    for (Integer i = 0; i < 40; ++i) {
         chart.SetValue(0, i, 0.5 * i);                    // depth
         chart.SetXValue(0, i, 5.0 + 4.0 * std::sin(i));   // the plotted quantity
     }

@@ -6,7 +6,6 @@
 #include <QColor>
 #include <QImage>
 #include <QRect>
-#include <QString>
 #include <QStringList>
 #include <algorithm>
 #include <memory>
