@@ -1,5 +1,5 @@
 // The project information screen: its key filter, Enter as Tab, where OK routes the
-// readings, what it stores and its data entry error, and Cancel.
+// readings, what it stores and its data entry error.
 #include "EntryScreensFixture.h"
 #include "support/ModalWatcher.h"
 
@@ -8,12 +8,14 @@ namespace {
 
 using TitlesScreen = EntryScreens;
 
-TEST_F(TitlesScreen, OnlyTheConeNumberBoxFiltersItsKeys)
+// Only the cone number box filters its keys; Enter moves on like Tab without
+// pressing anything, until it reaches OK.
+TEST_F(TitlesScreen, KeysOfTheBoxes)
 {
     const struct {
         int index;
-        const char* keys;
-        const char* left;
+        const char *keys, *left;
+        const char* focusAfter = nullptr;  // Enter moves the focus; other keys leave it
     } cases[] = {
         {5, "A1-2", "1-2"},                      // the letter is refused
         {4, "A1-2", "A1-2"},                     // the ground water table box takes anything
@@ -22,7 +24,9 @@ TEST_F(TitlesScreen, OnlyTheConeNumberBoxFiltersItsKeys)
         {5, "123456789012345", "123456789012"},  // and it holds at most 12
         {5, "12\b", "1"},                        // Backspace still edits it
         {2, "Bridge foundation at the river crossing, pier 4", "Bridge foundation at the river crossing,"},
+        {8, "\r", "", "TxtInfo_0"}, {0, "P\r", "P", "TxtInfo_2"}, {4, "\r", "", "TxtInfo_5"}, {5, "7\r", "7", "CmdOK"},
     };
+    OneReading(DataSI, GraphEnglish);
     Frm_Titles* titles = ShowTitles();
     for (const auto& c : cases) {
         SCOPED_TRACE(c.keys);
@@ -31,29 +35,12 @@ TEST_F(TitlesScreen, OnlyTheConeNumberBoxFiltersItsKeys)
         box->setFocus();
         QTest::keyClicks(box, QString::fromLatin1(c.keys));
         EXPECT_EQ(box->text(), QString::fromLatin1(c.left));
-    }
-}
-
-TEST_F(TitlesScreen, EnterMovesToTheNextControlWithoutPressingIt)
-{
-    const struct {
-        int from;
-        const char* to;
-    } cases[] = {{8, "TxtInfo_0"}, {0, "TxtInfo_2"}, {4, "TxtInfo_5"}, {5, "CmdOK"}};
-    OneReading(DataSI, GraphEnglish);
-    Frm_Titles* titles = ShowTitles();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.to);
-        titles->TxtInfo(c.from)->setFocus();
-        QTest::keyClick(titles->TxtInfo(c.from), Qt::Key_Return);
         ASSERT_NE(QApplication::focusWidget(), nullptr);
-        EXPECT_EQ(QApplication::focusWidget()->objectName(), QString::fromLatin1(c.to));
-        EXPECT_EQ(titles->TxtInfo(c.from)->text(), QString());
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), c.focusAfter ? QString::fromLatin1(c.focusAfter) : box->objectName());
     }
     // OK has the focus but was not pressed: nothing converted or shown.
     EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
     EXPECT_EQ(TheRecord().DataUnits, DataSI);
-    EXPECT_TRUE(Loaded(ScreenId::Frm_OpenFile));
     // A second Enter, now on OK, presses it.
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
@@ -130,20 +117,6 @@ TEST_F(TitlesScreen, AFailureOfOkIsReportedAndTheOpenFileScreenStays)
         EXPECT_FALSE(Screens::Instance().HasEnded());
         for (const auto& box : boxes) EXPECT_EQ(TheRecord().*box.field, box.typed);
     }
-}
-
-// Before OK the open-file screen is still loaded and comes back as it was.
-TEST_F(TitlesScreen, CancelBeforeOkReturnsToTheLoadedOpenFileScreen)
-{
-    const QPointer<QWidget> openFile = Screens::Instance().Get(ScreenId::Frm_OpenFile);
-    Frm_Titles* titles = ShowTitles();
-    titles->TxtInfo(2)->setText(QStringLiteral("typed before Cancel"));
-    Press(titles, "CmdCancel");
-    EXPECT_FALSE(Loaded(ScreenId::Frm_Titles));
-    ASSERT_FALSE(openFile.isNull());
-    EXPECT_EQ(Screens::Instance().Get(ScreenId::Frm_OpenFile), openFile.data());
-    EXPECT_TRUE(openFile->isVisible());
-    EXPECT_TRUE(ShowTitles()->TxtInfo(2)->text().isEmpty());  // Cancel lost the texts
 }
 
 }  // namespace
