@@ -82,9 +82,8 @@ TEST_F(InfoWindows, ModalSizedFromTheScreenAndClosedByOk)
 {
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     for (ScreenId id : {ScreenId::Frm_About, ScreenId::Frm_HelpInfo}) {
-        SCOPED_TRACE(ScreenName(id).toStdString());
         QWidget* window = screens().Get(id);
-        EXPECT_EQ(window->windowModality(), Qt::ApplicationModal);
+        EXPECT_EQ(window->windowModality(), Qt::ApplicationModal) << ScreenName(id).toStdString();
         const QString text = Text(id)->toPlainText();
         screens().Show(id);
         // Shown, not only built: the contents must not force a larger window.

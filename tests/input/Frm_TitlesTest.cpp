@@ -1,5 +1,5 @@
-// The project information screen: its key filter, Enter as Tab, where OK routes the
-// readings, what it stores and its data entry error.
+// The project information screen: its key filter, Enter as Tab, what OK stores, where
+// it routes the readings, and its data entry error.
 #include "EntryScreensFixture.h"
 #include "support/ModalWatcher.h"
 
@@ -47,42 +47,10 @@ TEST_F(TitlesScreen, KeysOfTheBoxes)
     EXPECT_EQ(TheRecord().DataUnits, DataEnglish);
 }
 
-TEST_F(TitlesScreen, OkBringsEnglishAndSiReadingsToTheGraphUnitsOnce)
-{
-    const struct {
-        const char* name;
-        Integer dataUnits, graphUnits;
-        float depth, tip;
-        Integer unitsAfter;
-        double depthAfter, tipAfter;
-    } cases[] = {
-        {"English data, English graphs: nothing", DataEnglish, GraphEnglish, 10.0f, 1.0f, DataEnglish, 10.0, 1.0},
-        {"SI data, SI graphs: nothing", DataSI, GraphSI, 10.0f, 1.0f, DataSI, 10.0, 1.0},
-        {"SI data, English graphs", DataSI, GraphEnglish, 10.0f, 1.0f, DataEnglish, 32.8084, 10.44277},
-        {"English data, SI graphs", DataEnglish, GraphSI, 30.0f, 10.44277f, DataSI, 9.144, 1.0},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        Restart();
-        OneReading(c.dataUnits, c.graphUnits, c.depth, c.tip);
-        Frm_Titles* titles = ShowTitles();
-        const Declarations& d = TheRecord();
-        for (int press = 0; press < 2; ++press) {  // a second OK (after Back) converts nothing
-            Press(titles, "CmdOK");
-            EXPECT_EQ(d.DataUnits, c.unitsAfter);
-            EXPECT_NEAR(d.Depth[1], c.depthAfter, 5e-6 * c.depthAfter);
-            EXPECT_NEAR(d.Q_Tip[1], c.tipAfter, 5e-6 * c.tipAfter);
-            EXPECT_NEAR(d.Q_Sleeve[1], c.tipAfter, 5e-6 * c.tipAfter);
-        }
-        EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
-        EXPECT_FALSE(Loaded(ScreenId::Frm_OpenFile));
-        EXPECT_TRUE(titles->isVisible());  // stays behind the plots
-    }
-}
-
-// OK stores the six texts as typed before anything can fail; a failure is reported,
-// what was stored stays stored and the open-file screen stays.
-TEST_F(TitlesScreen, AFailureOfOkIsReportedAndTheOpenFileScreenStays)
+// OK stores the six texts as typed, then brings English and SI readings into the graph
+// units, once: a second OK (after Back) converts nothing. A failure is reported, what
+// was stored stays stored and the open-file screen stays.
+TEST_F(TitlesScreen, OkStoresConvertsOnceOrReportsItsFailure)
 {
     const struct {
         int index;
@@ -95,27 +63,50 @@ TEST_F(TitlesScreen, AFailureOfOkIsReportedAndTheOpenFileScreenStays)
     };
     const struct {
         const char* name;
-        float tip;       // a tip beyond single range once in tsf makes the conversion overflow
-        bool plotsFail;  // or the plots fail in their load step
-    } cases[] = {{"conversion overflows", 3.0e38f, false}, {"plots fail to load", 1.0f, true}};
+        Integer dataUnits, graphUnits;
+        float depth, tip;
+        double depthAfter, tipAfter;  // 0: OK fails
+        bool plotsFail = false;
+    } cases[] = {
+        {"English data, English graphs: nothing", DataEnglish, GraphEnglish, 10.0f, 1.0f, 10.0, 1.0},
+        {"SI data, SI graphs: nothing", DataSI, GraphSI, 10.0f, 1.0f, 10.0, 1.0},
+        {"SI data, English graphs", DataSI, GraphEnglish, 10.0f, 1.0f, 32.8084, 10.44277},
+        {"English data, SI graphs", DataEnglish, GraphSI, 30.0f, 10.44277f, 9.144, 1.0},
+        {"conversion overflows", DataSI, GraphEnglish, 10.0f, 3.0e38f, 0.0, 0.0},  // beyond single range in tsf
+        {"plots fail to load", DataSI, GraphEnglish, 10.0f, 1.0f, 0.0, 0.0, true},
+    };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         Restart();
         failPlotLoad = c.plotsFail;
-        OneReading(DataSI, GraphEnglish, 10.0f, c.tip);
+        OneReading(c.dataUnits, c.graphUnits, c.depth, c.tip);
         Frm_Titles* titles = ShowTitles();
         for (const auto& box : boxes) titles->TxtInfo(box.index)->setText(QString::fromLatin1(box.typed));
         ModalWatcher watcher;
         Press(titles, "CmdOK");
-        ASSERT_EQ(watcher.Messages().size(), 1u);
-        EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" Data Entry Error in Please ReEnter "));
-        EXPECT_EQ(watcher.Messages()[0].title, QStringLiteral(" Data Entry Message"));
-        EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
-        EXPECT_EQ(titles->focusWidget(), titles->TxtInfo(5));
-        EXPECT_TRUE(Loaded(ScreenId::Frm_OpenFile));
-        EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
-        EXPECT_FALSE(Screens::Instance().HasEnded());
         for (const auto& box : boxes) EXPECT_EQ(TheRecord().*box.field, box.typed);
+        const bool fails = c.depthAfter == 0.0;
+        EXPECT_EQ(Loaded(ScreenId::Frm_CPTData), !fails);
+        EXPECT_EQ(Loaded(ScreenId::Frm_OpenFile), fails);
+        EXPECT_TRUE(titles->isVisible());  // stays behind the plots
+        EXPECT_FALSE(Screens::Instance().HasEnded());
+        if (fails) {
+            ASSERT_EQ(watcher.Messages().size(), 1u);
+            EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" Data Entry Error in Please ReEnter "));
+            EXPECT_EQ(watcher.Messages()[0].title, QStringLiteral(" Data Entry Message"));
+            EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+            EXPECT_EQ(titles->focusWidget(), titles->TxtInfo(5));
+            continue;
+        }
+        EXPECT_TRUE(watcher.Messages().empty());
+        const Declarations& d = TheRecord();
+        for (int press = 0; press < 2; ++press) {
+            if (press > 0) Press(titles, "CmdOK");
+            EXPECT_EQ(d.DataUnits, c.graphUnits == GraphSI ? DataSI : DataEnglish);  // the readings are now in graph units
+            EXPECT_NEAR(d.Depth[1], c.depthAfter, 5e-6 * c.depthAfter);
+            EXPECT_NEAR(d.Q_Tip[1], c.tipAfter, 5e-6 * c.tipAfter);
+            EXPECT_NEAR(d.Q_Sleeve[1], c.tipAfter, 5e-6 * c.tipAfter);
+        }
     }
 }
 
