@@ -1,12 +1,14 @@
 // The Qt side of the platform layer: message boxes, the run-time error report, the
 // global mouse pointer and the file dialog.
 #include <QGuiApplication>
+#include <QResizeEvent>
 #include <QTemporaryDir>
 #include <new>
 
 #include <gtest/gtest.h>
 
 #include "runtime/FileDialog.h"
+#include "runtime/FormScaling.h"
 #include "runtime/MessageBox.h"
 #include "runtime/MousePointer.h"
 #include "runtime/RunTimeErrorReport.h"
@@ -14,6 +16,34 @@
 
 namespace pemlo {
 namespace {
+
+// A control sits at its design rectangle (15 twips to the pixel) and keeps its place,
+// size and type size in proportion as the window grows; the form cannot be made
+// smaller than its resizing settings.
+TEST(FormScalingTest, ControlsScaleWithTheWindowFromTheirTwipsRectangles)
+{
+    ScaledForm form("Frm_Test", 6000, 3000);
+    auto* box = new QWidget(&form);
+    QFont font = box->font();
+    font.setPointSizeF(9.0);
+    box->setFont(font);
+    form.Place(box, {1500, 750, 3000, 300});
+    form.SetResizeMinimum(4800, 2400);
+    EXPECT_EQ(form.minimumSize(), QSize(320, 160));
+
+    struct Case { QSize window; QRect expected; double points; } const cases[] = {
+        {{400, 200}, {100, 50, 200, 20}, 9.0},
+        {{800, 400}, {200, 100, 400, 40}, 18.0},
+        {{800, 200}, {200, 50, 400, 20}, 9.0},  // type follows the smaller scale
+    };
+    for (const Case& c : cases) {
+        form.resize(c.window);
+        QResizeEvent resize(c.window, form.size());
+        QCoreApplication::sendEvent(&form, &resize);
+        EXPECT_EQ(box->geometry(), c.expected) << c.window.width() << "x" << c.window.height();
+        EXPECT_DOUBLE_EQ(box->font().pointSizeF(), c.points);
+    }
+}
 
 // Messages keep their blanks and line ends; an error no handler traps is reported in
 // the platform's words and ends the program; a handler that succeeds shows nothing.
