@@ -1,5 +1,7 @@
 #include "views/IndexPlots.h"
 
+#include "views/Module_ConePlots.h"
+
 #include <QString>
 #include <array>
 
@@ -73,11 +75,7 @@ void FillIndexChart(Declarations& d, ChartSurface& chart, const IndexChart& desi
     d.NumSeries = design.seriesCount;
     chart.BeginData(Values, design.seriesCount, d.NumIntervals);
     chart.BeginData(XValues, d.NumSeries, d.NumPoints);
-    chart.SetPlotSettingA(50);
-    chart.SetPlotSettingC(5);
-    chart.SetPlotSettingD(RoundToInteger(1.5));
-    chart.SetAxisFontSize(ValueAxis, 10);
-    chart.SetAxisFontSize(XAxis, 10);
+    SetIntervalLineSettings(chart);
     for (Integer s = 0; s < design.seriesCount; ++s) {
         chart.SetSeriesLegend(s, QString::fromLatin1(design.series[s].legend));
         chart.SetSeriesColor(s, design.series[s].colour);

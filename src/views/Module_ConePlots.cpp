@@ -67,6 +67,15 @@ void PlotQuantity(Declarations& d, Integer index, ChartSurface& chart)
 
 }  // namespace
 
+void SetIntervalLineSettings(ChartSurface& chart)
+{
+    chart.SetPlotSettingA(50);
+    chart.SetPlotSettingC(5);
+    chart.SetPlotSettingD(RoundToInteger(1.5));
+    chart.SetAxisFontSize(ValueAxis, 10);
+    chart.SetAxisFontSize(XAxis, 10);
+}
+
 void ConePlot(Declarations& d, Integer& index, ChartSurface& chart)
 {
     try {
@@ -74,11 +83,7 @@ void ConePlot(Declarations& d, Integer& index, ChartSurface& chart)
         d.NumPoints = d.NumIntervals;
         chart.BeginData(Values, 1, d.NumPoints);
         chart.BeginData(XValues, d.NumSeries, d.NumPoints);
-        chart.SetPlotSettingA(50);
-        chart.SetPlotSettingC(5);
-        chart.SetPlotSettingD(RoundToInteger(1.5));
-        chart.SetAxisFontSize(ValueAxis, 10);
-        chart.SetAxisFontSize(XAxis, 10);
+        SetIntervalLineSettings(chart);
         if (index >= ConeTip && index <= ConeRatio) {
             PlotQuantity(d, index, chart);
         }

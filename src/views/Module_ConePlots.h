@@ -17,4 +17,9 @@ enum ConePlotIndex : Integer { ConeTip = 0, ConeSleeve = 1, ConeRatio = 2 };
 // settings and fonts only. Leaves PlotIndex at NumPoints after a complete plot.
 void ConePlot(Declarations& d, Integer& index, ChartSurface& chart);
 
+// The plot settings and axis label sizes every interval line chart receives (the
+// cone plots and the U and V charts): left margin 50, marker size 5, and a line
+// width written as 1.5, which the 16-bit setting rounds half to even to 2.
+void SetIntervalLineSettings(ChartSurface& chart);
+
 }  // namespace pemlo
