@@ -15,8 +15,9 @@ int main(int argc, char** argv)
     // Numbers in files and on screen are read and written the same way everywhere.
     std::setlocale(LC_NUMERIC, "C");
     QLocale::setDefault(QLocale::c());
+    // The name assistive technology announces. No display name: Qt would append it
+    // to every window title, and the titles are the screens' own, word for word.
     QApplication::setApplicationName(pemlo::AppTitle());
-    QApplication::setApplicationDisplayName(pemlo::AppTitle());
     // A hidden screen keeps the program running; the registry decides when it ends.
     QApplication::setQuitOnLastWindowClosed(false);
 

@@ -206,6 +206,7 @@ void Screens::Reset()
     }
     ended_ = false;
     endCheckPending_ = false;
+    waitingForLoad_ = false;
     // Widgets already unloaded go now, so no test sees another test's screens.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

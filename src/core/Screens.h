@@ -67,6 +67,13 @@ public:
     // empties its reference). Screens read them in their constructors.
     QVariantMap& PrivateValues(ScreenId id);
 
+    // A load that never ends (a first data line of fewer than three values) keeps
+    // the program busy: commands that would work on the readings wait behind it, as
+    // they would behind any long work; Exit, the close boxes, About and Help still
+    // answer. The open-file screen that runs the load sets it and clears it when it goes.
+    void SetWaitingForLoad(bool waiting) { waitingForLoad_ = waiting; }
+    bool IsWaitingForLoad() const { return waitingForLoad_; }
+
     // Whether ending the program also leaves the application's event loop. The
     // desktop program turns this on; tests leave it off and read HasEnded().
     void SetEndsApplication(bool ends);
@@ -96,6 +103,7 @@ private:
     bool ended_ = false;
     bool endsApplication_ = false;
     bool endCheckPending_ = false;
+    bool waitingForLoad_ = false;
 };
 
 }  // namespace pemlo

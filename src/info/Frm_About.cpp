@@ -11,14 +11,11 @@ using P = ParaKind;
 constexpr RichParagraph AboutText[] = {
     {P::Heading, "Disclaimer"},
     {P::Blank, ""},
-    // One word of the last sentence is written in two pieces only to keep the
-    // repository's word checks quiet; on screen it reads whole.
     {P::Body, "The contents of this computer code reflect the views of the authors, who are "
               "responsible for the fact and the accuracy of the data presented herein. "
               "The contents do not necessarily reflect the official views or policies of the "
               "authors' institution. "
-              "This classification/computer code does not constitute a standard, speci" "fication, "
-              "or regulation."},
+              "This classification/computer code does not constitute a standard, specification, or regulation."},
     {P::Blank, ""},
     {P::Body, "The results of the program are an aid to engineering judgement. They do not replace "
               "borings, sampling and laboratory tests, nor the judgement of the engineer who signs "

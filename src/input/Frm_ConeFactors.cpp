@@ -17,6 +17,7 @@
 #include "runtime/MessageBox.h"
 #include "runtime/RunTimeError.h"
 #include "runtime/RunTimeErrorReport.h"
+#include "runtime/WindowTitle.h"
 
 namespace pemlo {
 
@@ -95,7 +96,7 @@ bool IsNumericText(const QString& text)
 Frm_ConeFactors::Frm_ConeFactors(QWidget* parent)
     : ScaledForm(QStringLiteral("Frm_ConeFactors"), ClientWidth, ClientHeight, parent)
 {
-    setWindowTitle(QString());
+    ShowNoTitle(this);
     setFont(ScreenFont(8.25, false));
 
     cmdNext_ = new QPushButton(QString::fromLatin1(NextButton.caption), this);

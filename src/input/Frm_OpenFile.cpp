@@ -1,6 +1,7 @@
 #include "input/Frm_OpenFile.h"
 
 #include <QToolBar>
+#include <QToolButton>
 
 #include "core/Declarations.h"
 #include "core/Screens.h"
@@ -55,23 +56,46 @@ Frm_OpenFile::Frm_OpenFile(QWidget* parent)
     d_.NumTitleLines = 10;
     d_.DataUnits = DataEnglish;
     ConnectEvents();
+    StartWhereUsersStart();
+}
+
+// The keyboard starts at the units of the file, not on the toolbar's Exit: a second
+// key press after the splash must not end the program. The toolbar comes last in
+// tab order, after the controls a user works through.
+void Frm_OpenFile::StartWhereUsersStart()
+{
+    QWidget* previous = c_.CmdPlot;
+    for (QToolButton* button : toolbar_->findChildren<QToolButton*>()) {
+        if (button->objectName().isEmpty() || button->objectName().startsWith(QLatin1String("qt_"))) continue;
+        setTabOrder(previous, button);
+        previous = button;
+    }
+    c_.Opt_Units[DataEnglish]->setFocus();
 }
 
 Frm_OpenFile::~Frm_OpenFile()
 {
     // The endless read goes with the screen that ran it; the pointer comes back.
     if (waitingForever_) {
+        Screens::Instance().SetWaitingForLoad(false);
         SetMousePointer(MousePointer::Default);
     }
 }
 
 void Frm_OpenFile::ConnectEvents()
 {
+    // An option's click steps run whenever it becomes selected, however that happens
+    // (mouse, keyboard, a screen reader's "Toggle"), so that the record always agrees
+    // with what the screen shows; clicking the option already selected changes nothing.
     for (QRadioButton* option : c_.Opt_Units) {
-        connect(option, &QRadioButton::clicked, this, [this] { Untrapped([this] { Opt_Units_Click(); }); });
+        connect(option, &QRadioButton::toggled, this, [this](bool selected) {
+            if (selected) Untrapped([this] { Opt_Units_Click(); });
+        });
     }
     for (QRadioButton* option : c_.Opt_GraphUnits) {
-        connect(option, &QRadioButton::clicked, this, [this] { Untrapped([this] { Opt_GraphUnits_Click(); }); });
+        connect(option, &QRadioButton::toggled, this, [this](bool selected) {
+            if (selected) Untrapped([this] { Opt_GraphUnits_Click(); });
+        });
     }
     connect(c_.CombTitleLines, &QComboBox::activated, this,
             [this](int index) { Untrapped([this, index] { CombTitleLines_Click(index); }); });
@@ -90,7 +114,7 @@ void Frm_OpenFile::Toolbar1_ButtonClick(const QString& key)
         screens.ShowModal(ScreenId::Frm_About);
     } else if (key == QLatin1String("Help")) {
         screens.ShowModal(ScreenId::Frm_HelpInfo);
-    } else if (key == QLatin1String("File")) {
+    } else if (key == QLatin1String("File") && !waitingForever_) {
         OpenFileMenu();
     }
 }
@@ -113,6 +137,8 @@ void Frm_OpenFile::Opt_Units_Click()
         d_.DataUnits = DataMilliVolts;
     } else if (c_.Opt_Units[DataEnglish]->isChecked()) {
         d_.DataUnits = DataEnglish;
+        // Selecting the graph option runs its own step; the call after it covers the
+        // option that was selected already, whose step then does not run by itself.
         c_.Opt_GraphUnits[GraphEnglish]->setChecked(true);
         Opt_GraphUnits_Click();
     } else if (c_.Opt_Units[DataSI]->isChecked()) {
@@ -223,6 +249,7 @@ void Frm_OpenFile::LoadFile()
 void Frm_OpenFile::WaitForever()
 {
     waitingForever_ = true;
+    Screens::Instance().SetWaitingForLoad(true);
     for (QWidget* input : c_.inputs) {
         input->setEnabled(false);
     }

@@ -36,6 +36,7 @@ public:
 
 private:
     void ConnectEvents();
+    void StartWhereUsersStart();
     void Opt_Units_Click();
     void Opt_GraphUnits_Click();
     void CombTitleLines_Click(int index);

@@ -16,6 +16,7 @@
 #include "runtime/MessageBox.h"
 #include "runtime/RunTimeError.h"
 #include "runtime/RunTimeErrorReport.h"
+#include "runtime/WindowTitle.h"
 
 namespace pemlo {
 
@@ -85,11 +86,21 @@ QFont ScreenFont(double pointSize, bool bold)
     return font;
 }
 
+// A key press of a box is a key that types a character, or Backspace. Keys that only
+// edit or move (Delete, the arrows, Home, End, Tab, shortcuts with Ctrl) pass to the
+// box untouched, as in any other box: the cone number filter must not swallow them.
+bool TypesCharacter(const QKeyEvent& key)
+{
+    if (key.text().isEmpty() || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) return false;
+    const QChar first = key.text().front();
+    return first == QChar(8) || (first.isPrint() && !key.modifiers().testFlag(Qt::ControlModifier));
+}
+
 }  // namespace
 
 Frm_Titles::Frm_Titles(QWidget* parent) : ScaledForm(QStringLiteral("Frm_Titles"), ClientWidth, ClientHeight, parent)
 {
-    setWindowTitle(QString());
+    ShowNoTitle(this);
     setFont(ScreenFont(8.25, false));
 
     auto* heading = new QLabel(QString::fromLatin1(Heading.text), this);
@@ -135,8 +146,14 @@ Frm_Titles::Frm_Titles(QWidget* parent) : ScaledForm(QStringLiteral("Frm_Titles"
         move(where->availableGeometry().center() - rect().center());
     }
 
-    connect(cmdOK_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdOK_Click(); }); });
-    connect(cmdCancel_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdCancel_Click(); }); });
+    // Behind a load that never ends, OK and Cancel wait with the rest of the program:
+    // OK would otherwise plot the previous readings under the new file's name.
+    connect(cmdOK_, &QPushButton::clicked, this, [this] {
+        if (!Screens::Instance().IsWaitingForLoad()) Untrapped([this] { CmdOK_Click(); });
+    });
+    connect(cmdCancel_, &QPushButton::clicked, this, [this] {
+        if (!Screens::Instance().IsWaitingForLoad()) Untrapped([this] { CmdCancel_Click(); });
+    });
 }
 
 QLineEdit* Frm_Titles::TxtInfo(int index) const { return txtInfo_.at(static_cast<std::size_t>(index)); }
@@ -147,11 +164,8 @@ bool Frm_Titles::eventFilter(QObject* watched, QEvent* event)
         for (std::size_t index = 0; index < txtInfo_.size(); ++index) {
             if (txtInfo_[index] != nullptr && watched == txtInfo_[index]) {
                 const auto* key = static_cast<QKeyEvent*>(event);
-                // Keys that type nothing (arrows, Delete, Tab's focus move) are not
-                // key presses of the box and pass untouched.
                 const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-                const bool typing = !key->text().isEmpty() && key->key() != Qt::Key_Tab &&
-                                    key->key() != Qt::Key_Backtab;
+                const bool typing = TypesCharacter(*key);
                 if (enter) return TxtInfo_KeyPress(static_cast<int>(index), QStringLiteral("\r"));
                 if (typing) return TxtInfo_KeyPress(static_cast<int>(index), key->text());
             }

@@ -36,23 +36,33 @@ std::string ReadPreview(const Declarations& d, FileChannels& files)
 
 namespace {
 
-// Beside the open-file screen when there is room, else where it fits on the screen.
+// Beside the open-file screen, on the side with more room and narrowed to fit there;
+// only where neither side leaves a usable width does it overlap, at the screen's edge.
 void PlaceBesideOpenFile(QWidget& preview)
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (screen == nullptr) {
         return;
     }
+    constexpr int Gap = 8;
+    constexpr int NarrowestUsable = 200;
     const QRect available = screen->availableGeometry();
-    preview.resize(static_cast<int>(available.width() * 0.42), static_cast<int>(available.height() * 0.75));
+    int width = static_cast<int>(available.width() * 0.42);
+    const int height = static_cast<int>(available.height() * 0.75);
     QPoint where = available.topLeft() + QPoint(available.width() / 20, available.height() / 20);
     Screens& screens = Screens::Instance();
     if (screens.IsLoaded(ScreenId::Frm_OpenFile)) {
-        const QRect beside = screens.Get(ScreenId::Frm_OpenFile)->frameGeometry();
-        where = QPoint(beside.right() + 8, beside.top());
+        const QRect open = screens.Get(ScreenId::Frm_OpenFile)->frameGeometry();
+        const int rightRoom = available.right() - open.right() - Gap;
+        const int leftRoom = open.left() - available.left() - Gap;
+        const bool right = rightRoom >= leftRoom;
+        const int room = std::max(rightRoom, leftRoom);
+        if (room >= NarrowestUsable) width = std::min(width, room);
+        where = QPoint(right ? open.right() + 1 + Gap : open.left() - Gap - width, open.top());
     }
-    where.setX(std::clamp(where.x(), available.left(), std::max(available.left(), available.right() - preview.width())));
-    where.setY(std::clamp(where.y(), available.top(), std::max(available.top(), available.bottom() - preview.height())));
+    preview.resize(width, height);
+    where.setX(std::clamp(where.x(), available.left(), std::max(available.left(), available.right() + 1 - width)));
+    where.setY(std::clamp(where.y(), available.top(), std::max(available.top(), available.bottom() + 1 - height)));
     preview.move(where);
 }
 

@@ -138,6 +138,7 @@ std::unique_ptr<Printer> OpenDefaultPrinter()
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();
     if (info.isNull()) Raise(ErrNoPrinter);
     auto printer = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+    printer->setResolution(ReportResolution(info.supportedResolutions()));
     printer->setDocName(QStringLiteral("Pemlo CPT report"));
     return MakeQtPrinter(std::move(printer));
 }
@@ -160,6 +161,14 @@ void ReleaseAtExit() { State().held.reset(); }
 
 }  // namespace
 
+int ReportResolution(const QList<int>& offered)
+{
+    int chosen = 0;
+    for (const int dpi : offered)
+        if (dpi > chosen && dpi <= ReportLayoutDotsPerInch) chosen = dpi;
+    return chosen > 0 ? chosen : ReportLayoutDotsPerInch;
+}
+
 std::unique_ptr<Printer> MakeQtPrinter(std::unique_ptr<QPrinter> printer)
 {
     return std::make_unique<QtPrinter>(std::move(printer));
@@ -170,7 +179,7 @@ std::unique_ptr<QPrinter> MakePdfQPrinter(const QString& path, int dotsPerInch, 
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setOutputFormat(QPrinter::PdfFormat);
     printer->setOutputFileName(path);
-    printer->setResolution(dotsPerInch);
+    printer->setResolution(ReportResolution({dotsPerInch}));
     printer->setPageSize(paper.compare(QStringLiteral("A4"), Qt::CaseInsensitive) == 0
                              ? QPageSize(QPageSize::A4)
                              : QPageSize(QPageSize::Letter));

@@ -5,6 +5,7 @@
 // default printer; tests and the command line put a PDF printer in its place.
 #pragma once
 
+#include <QList>
 #include <QPrinter>
 #include <QString>
 #include <cstdint>
@@ -68,12 +69,24 @@ public:
     virtual void EndDoc() = 0;
 };
 
+// The resolution the report's page is laid out for. Its header rows stand 4 m and
+// 4 m + 216.6 twips from the top while the charts start 6 m pixels down (m = 100 / px):
+// up to 600 dots per inch both rows stay above the charts; at 1200 the second row
+// falls under them and is painted out.
+constexpr int ReportLayoutDotsPerInch = 600;
+
+// The resolution a page is printed at on a printer offering these resolutions: the
+// highest of them up to the layout's 600 dpi; 600 itself where none is that low (the
+// page is drawn in vectors, so the printer takes it at any resolution).
+int ReportResolution(const QList<int>& offered);
+
 // A printer object over a Qt printer, which it owns: used for the system's default
 // printer and for PDF files. Raises ErrPrinterError when the printer is not valid or
 // refuses to start the page.
 std::unique_ptr<Printer> MakeQtPrinter(std::unique_ptr<QPrinter> printer);
 
-// A PDF file printer of the given resolution and page ("Letter", "A4").
+// A PDF file printer of the given page ("Letter", "A4") that offers resolutions up to
+// dotsPerInch, printing at ReportResolution of them.
 std::unique_ptr<QPrinter> MakePdfQPrinter(const QString& path, int dotsPerInch, const QString& paper);
 
 // The program's printer object, opened on first use: the system's default printer in

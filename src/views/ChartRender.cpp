@@ -9,9 +9,11 @@
 #include <QFontMetricsF>
 #include <QGraphicsLayout>
 #include <QGraphicsScene>
+#include <QGuiApplication>
 #include <QLegend>
 #include <QLineSeries>
 #include <QPainter>
+#include <QScreen>
 #include <QValueAxis>
 #include <algorithm>
 #include <cmath>
@@ -210,6 +212,43 @@ void AddStackedAreas(QChart& chart, const ChartSurface& s)
 
 }  // namespace
 
+namespace {
+
+// Room below the plot for the labels of the horizontal axis: the largest label type
+// any chart uses, so that every chart of a row keeps the same room whatever its own.
+constexpr int LargestLabelPoints = 10;
+constexpr double TickRoom = 6.0;
+constexpr int DefaultRightMargin = 8;
+
+bool LegendHasText(const ChartSurface& s)
+{
+    for (Integer k = 0; k < s.SeriesCount(); ++k)
+        if (!s.SeriesList()[k].legend.trimmed().isEmpty()) return true;
+    return false;
+}
+
+bool LegendToolShown(const ChartSurface& s)
+{
+    return s.ShowsTool(QStringLiteral("Series Legend")) || s.ShowsTool(QStringLiteral("Legend"));
+}
+
+// Whether the chart keeps a band for its series legend. On paper the band follows
+// the print preparation alone, text or not, so that every chart prepared for one
+// page keeps the same band; on screen only a legend that shows takes room.
+bool LegendBand(const ChartSurface& s, const ChartRenderOptions& options)
+{
+    if (options.printing) return s.PrintOptionA() || LegendToolShown(s);
+    return LegendToolShown(s) && LegendHasText(s);
+}
+
+double LegendHeight(const ChartSurface& s, const ChartRenderOptions& options)
+{
+    if (options.printing && s.PrintOptionC() > 0) return s.PrintOptionC();
+    return QFontMetricsF(Arial(8)).height() + 12.0;
+}
+
+}  // namespace
+
 void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& options)
 {
     chart.removeAllSeries();
@@ -242,30 +281,57 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
         series->attachAxis(v);
     }
 
-    bool anyLegend = false;
-    for (Integer k = 0; k < s.SeriesCount(); ++k) anyLegend = anyLegend || !s.SeriesList()[k].legend.trimmed().isEmpty();
-    const bool onScreenLegend = s.ShowsTool(QStringLiteral("Series Legend")) || s.ShowsTool(QStringLiteral("Legend"));
     QLegend* legend = chart.legend();
-    legend->setVisible(anyLegend && (options.printing ? s.PrintOptionA() || onScreenLegend : onScreenLegend));
+    legend->setVisible(LegendBand(s, options) && LegendHasText(s));
     legend->setFont(Arial(8));
     LayoutChart(chart, s, options);
 }
 
-// Qt lays the chart out; the margins around it give the plot settings their room:
-// the depth labels start at least the left margin setting in from the edge (more
-// where labels or title need it), the top margin setting lies below the caption.
-void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& options)
+
+// The plot area of a chart of the given size. Its top and bottom depend on nothing
+// but the chart's height and whether it keeps a legend band: the charts of one screen
+// or one printed page share their depth axis, and a depth must stand on the same row
+// on each of them. The caption above and the horizontal labels below get fixed
+// bands; the plot settings only act sideways: the left margin setting is the room
+// for the depth labels, the top margin setting is read as the gap at the right side
+// of the plot, so that no setting moves a plot up or down against its neighbours.
+QRectF PlotAreaOf(const ChartSurface& s, const QSizeF& size, const ChartRenderOptions& options)
 {
+    const double top = PlotTop();
+    double bottom = size.height() - HorizontalLabelsBand();
+    if (LegendBand(s, options)) bottom -= LegendHeight(s, options);
+
     const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
     const DrawnRange r = RangeOf(s, vertical);
     const Integer pts = s.AxisOf(vertical).fontSize;
     const QFontMetricsF fm(Arial(pts > 0 ? pts : DefaultLabelPoints));
     const double labels = std::max(fm.horizontalAdvance(QString::number(r.low, 'g', 6)),
-                                   fm.horizontalAdvance(QString::number(r.high, 'g', 6))) + 8.0;
-    const double title = s.AxisOf(vertical).title.isEmpty() ? 0.0 : QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 4.0;
-    const int left = std::max(4, static_cast<int>(std::lround(s.PlotSetting('A') - labels - title)));
-    const int top = 2 + std::max<Integer>(0, s.PlotSetting('B'));
-    chart.setMargins(QMargins(left, top, 8, 4));
+                                   fm.horizontalAdvance(QString::number(r.high, 'g', 6))) + 10.0;
+    const double title = s.AxisOf(vertical).title.isEmpty() ? 0.0 : QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 6.0;
+    const double left = std::max<double>(s.PlotSetting('A'), labels + title);
+    const double right = size.width() - std::max<int>(DefaultRightMargin, s.PlotSetting('B'));
+    return QRectF(QPointF(left, top), QPointF(std::max(left + 1.0, right), std::max(top + 1.0, bottom)));
+}
+
+double PlotTop() { return 2.0 + QFontMetricsF(Arial(CaptionPoints, true)).height() + 10.0; }
+
+double HorizontalLabelsBand() { return TickRoom + QFontMetricsF(Arial(LargestLabelPoints)).height() + 6.0; }
+
+namespace {
+
+void ActivateLayout(QChart& chart)
+{
+    if (QGraphicsLayout* layout = chart.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+}
+
+}  // namespace
+
+void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& options)
+{
+    chart.setMargins(QMargins(4, 2, 4, 2));
     if (chart.layout()) chart.layout()->setContentsMargins(0, 0, 0, 0);
 
     QLegend* legend = chart.legend();
@@ -273,23 +339,36 @@ void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions&
         const bool below = !options.printing || (s.PrintOptionB() & 256) != 0;
         legend->setAlignment(below ? Qt::AlignBottom : Qt::AlignTop);
         legend->setBackgroundVisible(false);
-        if (options.printing && s.PrintOptionC() > 0) legend->setMaximumHeight(s.PrintOptionC());
+        legend->setMaximumHeight(LegendHeight(s, options));
     }
     // Lay the chart out now: a chart painted before the event loop runs again (a
-    // page, an image, a grab) must not show the layout of its previous size.
-    if (QGraphicsLayout* layout = chart.layout()) {
-        layout->invalidate();
-        layout->activate();
-    }
+    // page, an image, a grab) must not show the layout of its previous size. Qt places
+    // the caption and the legend only while it places the plot itself, so the chart is
+    // laid out once freely and then with its plot where it belongs.
+    const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
+    chart.setPlotArea(QRectF());
+    ActivateLayout(chart);
+    chart.setPlotArea(PlotAreaOf(s, size, options));
+    ActivateLayout(chart);
+}
+
+// The pixels fonts are laid out in: the screen's logical dots per inch.
+double LayoutDotsPerInch()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen && screen->logicalDotsPerInchY() > 0 ? screen->logicalDotsPerInchY() : 96.0;
 }
 
 void RenderChart(const ChartSurface& s, QPainter& painter, const QRectF& target, const ChartRenderOptions& options)
 {
     if (target.width() <= 0 || target.height() <= 0) return;
-    // The chart's width on screen fixes the scale; its height follows the rectangle,
-    // so the drawing scales uniformly and nothing is stretched.
-    const double screenW = s.ScreenWidth() > 0 ? s.ScreenWidth() : DefaultWidth;
-    const QSizeF logical(screenW, screenW * target.height() / target.width());
+    // Laid out at the size the rectangle has on the device, in the pixels fonts are
+    // laid out in: on paper every text keeps its type size, whatever the size of the
+    // window the chart was shown in.
+    const QPaintDevice* device = painter.device();
+    const double deviceDpi = device && device->logicalDpiY() > 0 ? device->logicalDpiY() : LayoutDotsPerInch();
+    const double scale = deviceDpi / LayoutDotsPerInch();
+    const QSizeF logical(target.width() / scale, target.height() / scale);
     QGraphicsScene scene;
     auto* chart = new QChart;   // owned by the scene
     scene.addItem(chart);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QRectF>
+#include <QSizeF>
 
 #include "views/ChartSurface.h"
 
@@ -20,13 +21,20 @@ struct ChartRenderOptions {
 // Empties `chart` and fills it from the model.
 void FillChart(QChart& chart, const ChartSurface& surface, const ChartRenderOptions& options);
 
-// The margins around the plot from the plot settings (room for the depth labels,
-// space above), the legend's place, and the layout done at once for the chart's size.
+// The plot area for the chart's size, the legend's place, and the layout done at
+// once for that size.
 void LayoutChart(QChart& chart, const ChartSurface& surface, const ChartRenderOptions& options);
 
-// Draws the chart as it stands on screen (its screen width, the rectangle's shape)
-// into `target` of the painter, scaled uniformly so that fonts and lines grow with
-// the rectangle. Needs no widget: a chart never shown draws the same.
+// Where the plot stands in a chart of the given size, in its logical pixels. Its top
+// is the same on every chart, and so is its bottom on charts of one height that agree
+// on keeping a legend band: the depth axes of one screen or page line up.
+QRectF PlotAreaOf(const ChartSurface& surface, const QSizeF& size, const ChartRenderOptions& options);
+double PlotTop();
+double HorizontalLabelsBand();
+
+// Draws the chart into `target` of the painter, laid out at the rectangle's size on
+// the painter's device with every text at its type size. Needs no widget: a chart
+// never shown draws the same.
 void RenderChart(const ChartSurface& surface, QPainter& painter, const QRectF& target,
                  const ChartRenderOptions& options);
 

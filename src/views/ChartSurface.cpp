@@ -42,11 +42,6 @@ void ChartSurface::SetDesignSeriesColors(const std::vector<ColorRef>& colours)
     Touch();
 }
 
-void ChartSurface::SetScreenSize(int widthPx, int heightPx)
-{
-    screenWidth_ = widthPx;
-    screenHeight_ = heightPx;
-}
 
 bool ChartSurface::ShowsTool(const QString& name) const
 {

@@ -40,9 +40,6 @@ public:
     void SetToolWindows(const std::vector<QString>& stored, const std::vector<QString>& shown);
     // Colours of the series that the screen never colours itself (0x00BBGGRR, by series).
     void SetDesignSeriesColors(const std::vector<ColorRef>& colours);
-    // The chart's size on its screen in logical pixels; PaintTo draws the chart as it
-    // stands at this size, whether the screen is visible or not.
-    void SetScreenSize(int widthPx, int heightPx);
 
     // --- Operations the screens call ---
     void BeginData(Integer kind, Integer seriesCount, Integer pointCount);
@@ -67,8 +64,10 @@ public:
     void SetPrintOptionB(std::int32_t v);
     void SetPrintOptionC(Integer v);
 
-    // Draws the whole chart, as it stands on screen, scaled to the rectangle
-    // (left, top)-(right, bottom) of the device, in device units.
+    // Draws the whole chart, with everything set on it, into the rectangle
+    // (left, top)-(right, bottom) of the device, in device units. Texts keep their
+    // type size on the device, so a printed chart does not depend on the size of the
+    // window it is shown in.
     void PaintTo(QPaintDevice* device, std::int32_t left, std::int32_t top, std::int32_t right,
                  std::int32_t bottom, std::int32_t mode, std::int32_t options) const;
 
@@ -107,8 +106,6 @@ public:
     bool PrintOptionA() const { return printLegend_; }
     std::int32_t PrintOptionB() const { return printLegendPlace_; }
     Integer PrintOptionC() const { return printLegendHeight_; }
-    int ScreenWidth() const { return screenWidth_; }
-    int ScreenHeight() const { return screenHeight_; }
     // Grows with every change; the widget redraws a chart whose revision it has not drawn.
     unsigned Revision() const { return revision_; }
 
@@ -139,8 +136,6 @@ private:
     std::vector<QString> toolsStored_;
     std::vector<QString> toolsShown_;
     std::vector<ColorRef> designColours_;
-    int screenWidth_ = 0;
-    int screenHeight_ = 0;
     int refreshCount_ = 0;
     unsigned revision_ = 0;
 };

@@ -60,6 +60,11 @@ ChartView::ChartView(QWidget* parent)
     add(QStringLiteral("1:1"), tr("Whole chart"), QStringLiteral("ZoomReset"), &ChartView::ZoomReset);
     add(tr("Copy"), tr("Copy the chart to the clipboard as a picture"), QStringLiteral("CopyChart"),
         &ChartView::CopyToClipboard);
+    // A chart without its toolbar keeps the toolbar's room, so that the plots of the
+    // charts side by side on a screen start on the same row.
+    QSizePolicy keepRoom = tools_->sizePolicy();
+    keepRoom.setRetainSizeWhenHidden(true);
+    tools_->setSizePolicy(keepRoom);
     layout->addWidget(tools_);
 
     chart_->setAnimationOptions(QChart::NoAnimation);
@@ -87,8 +92,6 @@ void ChartView::Redraw()
 
 void ChartView::Fill()
 {
-    const QSize size = view_->size();
-    surface_->SetScreenSize(size.width(), size.height());
     // A zoomed chart keeps its zoom when it is drawn again at a new size.
     std::vector<std::pair<double, double>> zoom;
     if (zoomed_)
@@ -106,15 +109,19 @@ void ChartView::Fill()
 void ChartView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    // The tool windows are the chart's design: they show even when the plotting
+    // ended before its refresh.
+    UpdateTools();
     if (drawnRevision_ != surface_->Revision()) Fill();
 }
 
 void ChartView::Relayout()
 {
-    const QSize size = view_->size();
-    surface_->SetScreenSize(size.width(), size.height());
-    // Tick spacing and thinning follow the size: the chart is filled again, the model is not touched.
-    if (drawnRevision_ == surface_->Revision()) Fill();
+    // Tick spacing, thinning and the plot area follow the size: the chart is filled
+    // again, the model is not touched. Whatever the model's revision: printing changes
+    // its print settings after it was drawn, and a resize after Print All must still lay
+    // the plot out for the new size.
+    Fill();
 }
 
 // Zooming in draws every reading; back at the whole chart, long lines are thinned again.

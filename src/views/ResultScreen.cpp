@@ -4,6 +4,8 @@
 #include <QLineEdit>
 #include <QToolBar>
 
+#include "core/Screens.h"
+
 namespace pemlo {
 
 namespace {
@@ -37,7 +39,11 @@ ResultScreen::ResultScreen(const QString& name, int clientWidthTwips, int client
       clientWidthTwips_(clientWidthTwips), clientHeightTwips_(clientHeightTwips)
 {
     setAutoFillBackground(true);
-    toolbar_ = BuildToolbar(this, buttons, [this](const QString& key) { OnCommand(key); });
+    // Behind a load that never ends only Exit answers: the other commands work on
+    // the readings that load is still replacing.
+    toolbar_ = BuildToolbar(this, buttons, [this](const QString& key) {
+        if (key == QLatin1String("Exit") || !Screens::Instance().IsWaitingForLoad()) OnCommand(key);
+    });
     SetTopBar(toolbar_);
     resize(width(), height() + toolbar_->sizeHint().height());
 }
@@ -54,8 +60,6 @@ ChartView* ResultScreen::AddChart(const QString& objectName, const TwipsRect& de
     chart->setObjectName(objectName);
     chart->Surface().setObjectName(objectName);
     chart->Surface().SetToolWindows(storedTools, shownTools);
-    chart->Surface().SetScreenSize(static_cast<int>(designRect.width / TwipsPerPixel),
-                                   static_cast<int>(designRect.height / TwipsPerPixel));
     Place(chart, Shifted(designRect));
     return chart;
 }
