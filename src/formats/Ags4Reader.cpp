@@ -1,0 +1,259 @@
+#include "formats/Ags4Reader.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "formats/TextDecoding.h"
+
+namespace pemlo::formats {
+
+namespace {
+
+// More locations than any site investigation holds, and more pushes than any
+// location: a file beyond them is refused rather than fill the memory.
+constexpr std::size_t MaxSoundings = 10000;
+// More headings than any group has: a line of a million commas is no AGS4 line.
+constexpr std::size_t MaxFields = 10000;
+// Rows of LOCA and SCPG kept for the project information; further rows are not needed.
+constexpr std::size_t MaxInfoRows = 100000;
+
+std::string At(long long line) { return "line " + std::to_string(line); }
+
+// The group being read: its name, headings and units.
+struct Group {
+    std::string name;
+    long long line = 0;
+    std::vector<std::string> headings;
+    std::vector<std::string> units;
+
+    int Index(std::string_view heading) const
+    {
+        for (std::size_t i = 0; i < headings.size(); ++i)
+            if (headings[i] == heading) return static_cast<int>(i);
+        return -1;
+    }
+    // The row's value under a heading, empty where there is none.
+    std::string Value(const std::vector<std::string>& row, std::string_view heading) const
+    {
+        const int i = Index(heading);
+        return i >= 0 && static_cast<std::size_t>(i) < row.size() ? row[static_cast<std::size_t>(i)] : std::string();
+    }
+};
+
+struct PushInfo {
+    std::string reference;  // SCPG_REF
+    std::string water;      // SCPG_WAT with its unit
+};
+
+struct Location {
+    std::unique_ptr<SoundingBuilder> builder;
+    std::vector<Push> pushes;
+    std::map<std::string, int> pushIndex;
+    int lastPush = 0;
+};
+
+class Ags4File {
+public:
+    explicit Ags4File(DepthChoice depth) : depth_(depth) {}
+    void Line(const TextLine& line);
+    std::vector<ImportedSounding> Soundings(const std::string& encoding);
+
+private:
+    void Data(const std::vector<std::string>& row, long long line);
+    void ScptColumns(long long line);
+    void ScptRow(const std::vector<std::string>& row, long long line);
+
+    DepthChoice depth_;
+    Group group_;
+    std::string projectId_, projectName_, version_;
+    std::map<std::string, std::string> startDate_;                         // by LOCA_ID
+    std::map<std::pair<std::string, std::string>, PushInfo> pushInfo_;  // by LOCA_ID, SCPG_TESN
+    long long scptLine_ = 0;
+    bool scptHasRows_ = false;
+    std::array<int, 5> scpt_{};  // LOCA_ID, SCPG_TESN, depth, qc, fs
+    std::array<ColumnUse, 3> uses_;
+    std::vector<std::string> order_;  // LOCA_IDs as they first appear
+    std::map<std::string, Location> locations_;
+    Location* last_ = nullptr;  // the location of the row before, and its id
+    std::string lastId_;
+};
+
+void Ags4File::Line(const TextLine& line)
+{
+    if (TrimBlanks(line.text).empty()) return;
+    std::vector<std::string> fields = AgsFields(line.text, MaxFields + 1);
+    if (fields.size() > MaxFields) Refuse(At(line.number) + " has more than " + std::to_string(MaxFields) + " fields");
+    const std::string descriptor = fields.front();
+    fields.erase(fields.begin());
+    if (descriptor == "GROUP") {
+        group_ = {fields.empty() ? std::string() : fields.front(), line.number, {}, {}};
+        if (group_.name == "SCPT" && scptLine_ != 0)
+            Refuse(At(line.number) + ": a second SCPT group (the first begins on " + At(scptLine_) + ")");
+        if (group_.name == "SCPT") scptLine_ = line.number;
+    } else if (descriptor == "HEADING") {
+        group_.headings = std::move(fields);
+    } else if (descriptor == "UNIT") {
+        group_.units = std::move(fields);
+    } else if (descriptor == "DATA") {
+        Data(fields, line.number);
+    }
+}
+
+void Ags4File::Data(const std::vector<std::string>& row, long long line)
+{
+    const Group& g = group_;
+    if (g.name == "PROJ" && projectId_.empty() && projectName_.empty()) {
+        projectId_ = g.Value(row, "PROJ_ID");
+        projectName_ = g.Value(row, "PROJ_NAME");
+    } else if (g.name == "TRAN" && version_.empty()) {
+        version_ = g.Value(row, "TRAN_AGS");
+    } else if (g.name == "LOCA" && startDate_.size() < MaxInfoRows) {
+        startDate_.emplace(g.Value(row, "LOCA_ID"), g.Value(row, "LOCA_STAR"));
+    } else if (g.name == "SCPG" && pushInfo_.size() < MaxInfoRows) {
+        const int wat = g.Index("SCPG_WAT");
+        const std::string unit =
+            wat >= 0 && static_cast<std::size_t>(wat) < g.units.size() ? g.units[static_cast<std::size_t>(wat)] : "";
+        const std::string water = g.Value(row, "SCPG_WAT");
+        pushInfo_.emplace(
+            std::pair(g.Value(row, "LOCA_ID"), g.Value(row, "SCPG_TESN")),
+            PushInfo{g.Value(row, "SCPG_REF"), water.empty() || unit.empty() ? water : water + " " + unit});
+    } else if (g.name == "SCPT") {
+        if (!scptHasRows_) ScptColumns(line);
+        scptHasRows_ = true;
+        ScptRow(row, line);
+    }
+}
+
+void Ags4File::ScptColumns(long long line)
+{
+    if (depth_ == DepthChoice::Corrected)
+        Refuse(At(group_.line) + ": the SCPT group holds no corrected depth, only SCPT_DPTH; use --depth penetration");
+    struct Wanted { const char* heading; const char* role; Dimension dimension; };
+    const Wanted wanted[] = {{"SCPT_DPTH", "depth", Dimension::Length},
+                             {"SCPT_RES", "qc", Dimension::Stress},
+                             {"SCPT_FRES", "fs", Dimension::Stress}};
+    scpt_[0] = group_.Index("LOCA_ID");
+    scpt_[1] = group_.Index("SCPG_TESN");
+    if (scpt_[0] < 0) Refuse(At(group_.line) + ": the SCPT group has no LOCA_ID heading");
+    for (std::size_t k = 0; k < 3; ++k) {
+        const int i = group_.Index(wanted[k].heading);
+        if (i < 0)
+            Refuse(std::string("no ") + wanted[k].role + " column: the SCPT group (" + At(group_.line) + ") has no " +
+                   wanted[k].heading + " heading");
+        if (static_cast<std::size_t>(i) >= group_.units.size())
+            Refuse(At(line) + ": the SCPT group has no UNIT row giving the unit of " + wanted[k].heading);
+        const std::string& unit = group_.units[static_cast<std::size_t>(i)];
+        scpt_[k + 2] = i;
+        uses_[k] = {
+            wanted[k].role, wanted[k].heading, unit,
+            UnitDivisor(unit, wanted[k].dimension, "the SCPT group (" + At(group_.line) + "): " + wanted[k].heading)};
+    }
+}
+
+void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
+{
+    const auto field = [&](int i) -> std::string_view {
+        if (i < 0) return {};
+        if (static_cast<std::size_t>(i) >= row.size())
+            Refuse(At(line) + " has " + std::to_string(row.size()) + " values; the SCPT headings name " +
+                   std::to_string(group_.headings.size()));
+        return TrimBlanks(row[static_cast<std::size_t>(i)]);
+    };
+    // Rows come location by location and push by push: the last ones are looked up first.
+    const std::string_view id = field(scpt_[0]);
+    if (id.empty()) Refuse(At(line) + ": the SCPT row has no LOCA_ID");
+    if (!last_ || id != lastId_) {
+        auto [it, added] = locations_.try_emplace(std::string(id));
+        if (added && order_.size() >= MaxSoundings)
+            Refuse(At(line) + ": more than " + std::to_string(MaxSoundings) + " locations in one file");
+        if (added) order_.push_back(it->first);
+        if (added) it->second.builder = std::make_unique<SoundingBuilder>(uses_, "line");
+        last_ = &it->second;
+        lastId_ = id;
+    }
+    Location& loc = *last_;
+    const std::string_view testNumber = field(scpt_[1]);
+    if (loc.pushes.empty() || testNumber != loc.pushes[static_cast<std::size_t>(loc.lastPush)].testNumber) {
+        const auto [push, added] = loc.pushIndex.try_emplace(std::string(testNumber), static_cast<int>(loc.pushes.size()));
+        if (added && loc.pushes.size() >= MaxSoundings)
+            Refuse(At(line) + ": more than " + std::to_string(MaxSoundings) + " pushes of one location");
+        if (added) loc.pushes.push_back({push->first, 0, 0.0f, 0.0f});
+        loc.lastPush = push->second;
+    }
+    RowValues values;
+    for (std::size_t k = 0; k < 3; ++k) {
+        const std::string_view text = field(scpt_[k + 2]);
+        double v = 0;
+        if (text.empty()) continue;  // an empty field is AGS4's void
+        if (!ParseNumber(text, v))
+            Refuse(At(line) + ": " + uses_[k].source + " holds " + Quoted(text) + ", not a number");
+        values[k] = v;
+    }
+    loc.builder->AddRow(line, values, loc.lastPush);
+}
+
+std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
+{
+    if (scptLine_ == 0) Refuse("no CPT data: the file has no SCPT group");
+    if (!scptHasRows_) Refuse("no CPT data: the SCPT group (" + At(scptLine_) + ") has no DATA rows");
+    std::vector<ImportedSounding> soundings;
+    for (const std::string& id : order_) {
+        Location& loc = locations_[id];
+        ImportedSounding s = loc.builder->Finish(loc.pushes);
+        s.format = FileFormat::Ags4;
+        s.version = version_;
+        s.id = s.locaId = id;
+        s.record.encoding = encoding;
+        s.project = {projectId_, projectName_, startDate_[id], id, {}, {}};
+        for (const Push& p : s.pushes) {
+            const PushInfo& info = pushInfo_[{id, p.testNumber}];
+            if (s.project.gwt.empty()) s.project.gwt = info.water;
+            if (!info.reference.empty() && s.project.coneNo.find(info.reference) == std::string::npos)
+                s.project.coneNo += (s.project.coneNo.empty() ? "" : " / ") + info.reference;
+        }
+        soundings.push_back(std::move(s));
+    }
+    return soundings;
+}
+
+}  // namespace
+
+std::vector<std::string> AgsFields(std::string_view line, std::size_t maxFields)
+{
+    std::vector<std::string> fields;
+    std::size_t i = 0;
+    while (fields.size() < maxFields) {
+        while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
+        std::string field;
+        if (i < line.size() && line[i] == '"') {
+            for (++i; i < line.size();) {
+                const std::size_t quote = std::min(line.find('"', i), line.size());
+                field.append(line.substr(i, quote - i));
+                i = quote + 1;
+                if (i >= line.size() || line[i] != '"') break;
+                field += '"';  // a doubled quote
+                ++i;
+            }
+        }
+        // Unquoted text, or text after the closing quote, up to the comma.
+        const std::size_t comma = std::min(line.find(',', std::min(i, line.size())), line.size());
+        if (comma > i) field.append(line.substr(i, comma - i));
+        fields.push_back(std::string(TrimBlanks(field)));
+        if (comma >= line.size()) return fields;
+        i = comma + 1;
+    }
+    return fields;
+}
+
+std::vector<ImportedSounding> ReadAgs4(std::string_view bytes, DepthChoice depth)
+{
+    const DecodedText decoded = DecodeText(bytes);
+    Ags4File file(depth);
+    LineCursor cursor(decoded.Text());
+    for (TextLine line; cursor.Next(line);) file.Line(line);
+    return file.Soundings(decoded.encoding);
+}
+
+}  // namespace pemlo::formats

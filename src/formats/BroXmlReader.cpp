@@ -1,0 +1,253 @@
+#include "formats/BroXmlReader.h"
+
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <string>
+
+#include "formats/TextDecoding.h"
+
+namespace pemlo::formats {
+
+namespace {
+
+// A CPT document holds a few hundred elements and attributes; a document with
+// millions is refused before it is parsed, so that its tree cannot fill the memory.
+constexpr std::size_t MaxMarkup = 2'000'000;
+constexpr std::size_t MaxSoundings = 10000;
+constexpr double BroVoid = -999999;
+
+std::string_view LocalName(const pugi::xml_node& node)
+{
+    const std::string_view name = node.name();
+    const std::size_t colon = name.find(':');
+    return colon == std::string_view::npos ? name : name.substr(colon + 1);
+}
+
+// The next element after `node` in document order within `root`, without recursion
+// (a deeply nested document must not exhaust the stack).
+pugi::xml_node NextInOrder(pugi::xml_node node, const pugi::xml_node& root, bool descend = true)
+{
+    if (descend && node.first_child()) return node.first_child();
+    while (node && node != root) {
+        if (node.next_sibling()) return node.next_sibling();
+        node = node.parent();
+    }
+    return {};
+}
+
+std::vector<pugi::xml_node> AllNamed(const pugi::xml_node& root, std::string_view name)
+{
+    std::vector<pugi::xml_node> found;
+    for (pugi::xml_node n = NextInOrder(root, root); n; n = NextInOrder(n, root))
+        if (n.type() == pugi::node_element && LocalName(n) == name) found.push_back(n);
+    return found;
+}
+
+pugi::xml_node FirstNamed(const pugi::xml_node& root, std::string_view name)
+{
+    for (pugi::xml_node n = NextInOrder(root, root); n; n = NextInOrder(n, root))
+        if (n.type() == pugi::node_element && LocalName(n) == name) return n;
+    return {};
+}
+
+std::string Text(const pugi::xml_node& node) { return std::string(TrimBlanks(node.child_value())); }
+
+// "element values (line 88)": counted only when a refusal needs it, since the count
+// walks the document from its start.
+std::string Where(std::string_view bytes, const pugi::xml_node& node)
+{
+    const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(node.offset_debug(), 0));
+    const auto line =
+        std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(std::min(offset, bytes.size())), '\n') +
+        1;
+    return "element " + std::string(LocalName(node)) + " (line " + std::to_string(line) + ")";
+}
+
+class Document {
+public:
+    explicit Document(std::string_view bytes) : bytes_(bytes) {}
+    void Parse();
+    std::vector<ImportedSounding> Soundings(DepthChoice depth);
+
+private:
+    ImportedSounding Sounding(const pugi::xml_node& cpt, DepthChoice depth) const;
+    std::string VersionOf(const pugi::xml_node& cpt) const;
+
+    std::string_view bytes_;
+    pugi::xml_document doc_;
+};
+
+void Document::Parse()
+{
+    const auto markup = std::count_if(bytes_.begin(), bytes_.end(), [](char c) { return c == '<' || c == '='; });
+    if (static_cast<std::size_t>(markup) > MaxMarkup)
+        Refuse("more than " + std::to_string(MaxMarkup) + " XML tags and attributes; not a CPT document");
+    const pugi::xml_parse_result result =
+        doc_.load_buffer(bytes_.data(), bytes_.size(), pugi::parse_default, pugi::encoding_auto);
+    if (!result) {
+        const auto at = static_cast<std::size_t>(
+            std::clamp<std::ptrdiff_t>(result.offset, 0, static_cast<std::ptrdiff_t>(bytes_.size())));
+        Refuse("not well-formed XML at line " +
+               std::to_string(std::count(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(at), '\n') + 1) +
+               ": " + result.description());
+    }
+}
+
+// "1.1" from the namespace of the CPT element, http(s)://.../xsd/dscpt/1.1.
+std::string Document::VersionOf(const pugi::xml_node& cpt) const
+{
+    const std::string_view name = cpt.name();
+    const std::size_t colon = name.find(':');
+    const std::string attribute =
+        colon == std::string_view::npos ? "xmlns" : "xmlns:" + std::string(name.substr(0, colon));
+    // The declaration stands a few levels up; a document nested deeper has no version.
+    int level = 0;
+    for (pugi::xml_node n = cpt; n && level < 64; n = n.parent(), ++level) {
+        const std::string_view uri = n.attribute(attribute.c_str()).value();
+        if (uri.empty()) continue;
+        const std::size_t at = uri.find("/dscpt/");
+        return at == std::string_view::npos ? std::string() : std::string(uri.substr(at + 7));
+    }
+    return {};
+}
+
+std::vector<ImportedSounding> Document::Soundings(DepthChoice depth)
+{
+    // The CPT objects, none inside another: each object's elements are then walked
+    // once, however many objects the document holds.
+    std::vector<pugi::xml_node> cpts;
+    for (pugi::xml_node n = NextInOrder(doc_, doc_); n;) {
+        const bool cpt = n.type() == pugi::node_element && LocalName(n) == "CPT_O";
+        if (cpt && FirstNamed(n, "CPT_O")) Refuse(Where(bytes_, n) + " holds another CPT object");
+        if (cpt) cpts.push_back(n);
+        n = NextInOrder(n, doc_, !cpt);
+    }
+    if (cpts.empty()) cpts.push_back(doc_.document_element());
+    if (cpts.size() > MaxSoundings)
+        Refuse("more than " + std::to_string(MaxSoundings) + " CPT objects in one document");
+    std::vector<ImportedSounding> soundings;
+    for (const pugi::xml_node& cpt : cpts) {
+        soundings.push_back(Sounding(cpt, depth));
+        if (soundings.back().id.empty()) soundings.back().id = std::to_string(soundings.size());  // its place, then
+    }
+    return soundings;
+}
+
+struct Columns {
+    std::array<std::size_t, 3> index{};
+    std::size_t count = 0;
+    std::array<ColumnUse, 3> uses;
+};
+
+// The parameters list names the columns of the cone result in their order, each
+// marked "ja" (measured) or "nee".
+Columns FindColumns(const pugi::xml_node& cpt, DepthChoice depth, std::string_view bytes)
+{
+    pugi::xml_node parameters;
+    for (const pugi::xml_node& p : AllNamed(cpt, "parameters")) {
+        for (pugi::xml_node child = p.first_child(); child && !parameters; child = child.next_sibling())
+            if (LocalName(child) == "coneResistance") parameters = p;
+        if (parameters) break;
+    }
+    if (!parameters) Refuse(Where(bytes, cpt) + ": no parameters list names the columns of the cone result");
+    const char* names[3] = {depth == DepthChoice::Corrected ? "depth" : "penetrationLength", "coneResistance",
+                            "localFriction"};
+    const char* roles[3] = {depth == DepthChoice::Corrected ? "corrected depth" : "depth", "qc", "fs"};
+    Columns c;
+    std::array<bool, 3> found{};
+    for (pugi::xml_node p = parameters.first_child(); p; p = p.next_sibling()) {
+        if (p.type() != pugi::node_element) continue;
+        for (std::size_t k = 0; k < 3; ++k) {
+            if (LocalName(p) != names[k]) continue;
+            if (Text(p) != "ja")
+                Refuse(std::string("no ") + roles[k] + " column: " + names[k] + " is marked " + Quoted(Text(p)) +
+                       " in the parameters list (not measured)");
+            c.index[k] = c.count;
+            found[k] = true;
+        }
+        ++c.count;
+    }
+    for (std::size_t k = 0; k < 3; ++k) {
+        if (!found[k]) Refuse(std::string("no ") + roles[k] + " column: the parameters list has no " + names[k]);
+        c.uses[k] = {k == 0 ? "depth" : roles[k], names[k], k == 0 ? "m" : "MPa", 1};
+    }
+    return c;
+}
+
+char SeparatorAttribute(const pugi::xml_node& encoding, const char* name, char fallback)
+{
+    const std::string_view value = encoding.attribute(name).value();
+    return value.size() == 1 ? value.front() : fallback;
+}
+
+void ReadValues(const pugi::xml_node& result, const Columns& c, std::string_view bytes, SoundingBuilder& builder)
+{
+    const pugi::xml_node values = FirstNamed(result, "values");
+    if (!values) Refuse(Where(bytes, result) + " has no values element");
+    const pugi::xml_node encoding = FirstNamed(result, "TextEncoding");
+    const char decimal = SeparatorAttribute(encoding, "decimalSeparator", '.');
+    const char token = SeparatorAttribute(encoding, "tokenSeparator", ',');
+    const char block = SeparatorAttribute(encoding, "blockSeparator", ';');
+    long long row = 0;
+    for (std::string_view rest = values.child_value(); !rest.empty();) {
+        const std::size_t end = rest.find(block);
+        const std::string_view b = rest.substr(0, end);
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+        if (TrimBlanks(b).empty()) continue;
+        const std::vector<std::string_view> fields = SplitOn(b, token, c.count + 1);
+        ++row;
+        if (fields.size() != c.count)
+            Refuse(Where(bytes, values) + ", row " + std::to_string(row) + ": " + std::to_string(fields.size()) +
+                   " values where the parameters list names " + std::to_string(c.count));
+        RowValues v;
+        for (std::size_t k = 0; k < 3; ++k) {
+            std::string text(TrimBlanks(fields[c.index[k]]));
+            std::replace(text.begin(), text.end(), decimal, '.');
+            double value = 0;
+            if (!ParseNumber(text, value))
+                Refuse(Where(bytes, values) + ", row " + std::to_string(row) + ": " + c.uses[k].source + " holds " +
+                       Quoted(text) + ", not a number");
+            if (value != BroVoid) v[k] = value;
+        }
+        builder.AddRow(row, v);
+    }
+}
+
+ImportedSounding Document::Sounding(const pugi::xml_node& cpt, DepthChoice depth) const
+{
+    const pugi::xml_node result = FirstNamed(cpt, "cptResult");
+    if (!result) Refuse(Where(bytes_, cpt) + " has no cone result (cptResult)");
+    const Columns columns = FindColumns(cpt, depth, bytes_);
+    SoundingBuilder builder(columns.uses, "cone result row");
+    ReadValues(result, columns, bytes_, builder);
+    ImportedSounding s = builder.Finish();
+    s.format = FileFormat::BroXml;
+    s.version = VersionOf(cpt);
+    s.id = Text(FirstNamed(cpt, "broId"));
+    if (s.id.empty()) s.id = cpt.attribute("gml:id").value();
+    s.record.encoding = "UTF-8";
+    if (const pugi::xml_node pre = FirstNamed(cpt, "predrilledDepth")) {
+        double v = 0;
+        const auto divisor = FindDivisor(pre.attribute("uom").value(), Dimension::Length);
+        if (ParseNumber(Text(pre), v) && divisor) s.record.predrilled = v / *divisor;
+    }
+    s.project.location = s.id;
+    s.project.coneNo = Text(FirstNamed(cpt, "conePenetrometerType"));
+    std::string date = Text(FirstNamed(FirstNamed(cpt, "conePenetrationTest"), "timePosition"));
+    if (date.empty()) date = Text(FirstNamed(FirstNamed(cpt, "researchReportDate"), "date"));
+    std::replace(date.begin(), date.end(), 'T', ' ');
+    s.project.date = date;
+    return s;
+}
+
+}  // namespace
+
+std::vector<ImportedSounding> ReadBroXml(std::string_view bytes, DepthChoice depth)
+{
+    Document document(bytes);
+    document.Parse();
+    return document.Soundings(depth);
+}
+
+}  // namespace pemlo::formats

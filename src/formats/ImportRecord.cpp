@@ -1,0 +1,99 @@
+#include "formats/ImportRecord.h"
+
+#include <array>
+#include <charconv>
+
+namespace pemlo::formats {
+
+namespace {
+
+// Void runs the text lists before it only counts the rest.
+constexpr std::size_t ListedRuns = 6;
+
+std::string RunText(const VoidRun& run)
+{
+    std::string text;
+    if (!run.top) text = "depth void";
+    else if (*run.top == *run.bottom) text = MetresText(*run.top) + " m";
+    else text = MetresText(*run.top) + "-" + MetresText(*run.bottom) + " m";
+    return text + " (" + std::to_string(run.rows) + ")";
+}
+
+std::string VoidText(const ImportRecord& r)
+{
+    std::string text = "void rows dropped " + std::to_string(r.voidRows);
+    for (std::size_t i = 0; i < r.voidRuns.size() && i < ListedRuns; ++i)
+        text += (i == 0 ? ": " : ", ") + RunText(r.voidRuns[i]);
+    if (r.voidRuns.size() > ListedRuns)
+        text += " and " + std::to_string(r.voidRuns.size() - ListedRuns) + " more runs";
+    return text;
+}
+
+}  // namespace
+
+std::string FormatName(FileFormat format)
+{
+    switch (format) {
+    case FileFormat::Gef: return "GEF";
+    case FileFormat::Ags4: return "AGS4";
+    case FileFormat::BroXml: return "BRO-XML";
+    case FileFormat::PlainAscii: break;
+    }
+    return "plain ASCII";
+}
+
+std::string MetresText(double metres)
+{
+    std::array<char, 32> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), metres).ptr;
+    return std::string(buffer.data(), end);
+}
+
+std::string MetresText(float metres)
+{
+    std::array<char, 32> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), metres).ptr;
+    return std::string(buffer.data(), end);
+}
+
+std::string DescribeColumn(const ColumnUse& c)
+{
+    std::string text = c.source + " [" + c.unit;
+    if (c.divisor != 1) text += ", /" + MetresText(c.divisor);
+    return text + "]";
+}
+
+std::vector<std::string> DescribeImport(const ImportedSounding& s)
+{
+    const ImportRecord& r = s.record;
+    std::string columns = "columns:";
+    for (const ColumnUse& c : r.columns) columns += " " + c.role + " = " + DescribeColumn(c) + ";";
+    columns.pop_back();
+    std::string kept = "readings kept " + std::to_string(r.kept);
+    if (!s.depth.empty())
+        kept += ", " + MetresText(s.depth.front()) + " to " + MetresText(s.depth.back()) + " m";
+    if (!s.pushes.empty())
+        kept += "; pushes " + std::to_string(s.pushes.size()) + " (" + s.pushes.front().testNumber +
+                (s.pushes.size() > 1 ? " to " + s.pushes.back().testNumber : std::string()) + ")";
+    return {
+        FormatName(s.format) + (s.version.empty() ? "" : " " + s.version) + ", id " +
+            (s.id.empty() ? "(none)" : s.id) + ", text " + r.encoding,
+        columns,
+        "rows read " + std::to_string(r.rowsRead) + "; " + VoidText(r) + "; depths negated: " +
+            (r.negated ? "yes" : "no") + "; moved by the sort: " + std::to_string(r.sortMoved) +
+            "; pre-drilled depth: " + (r.predrilled ? MetresText(*r.predrilled) + " m" : "not stated"),
+        kept,
+    };
+}
+
+std::string ChangesMade(const ImportRecord& r)
+{
+    std::string text;
+    const auto add = [&text](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
+    if (r.voidRows > 0) add("dropped " + std::to_string(r.voidRows) + " void rows");
+    if (r.negated) add("negated the depths");
+    if (r.sortMoved > 0) add("moved " + std::to_string(r.sortMoved) + " readings into depth order");
+    return text;
+}
+
+}  // namespace pemlo::formats
