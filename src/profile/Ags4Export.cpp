@@ -1,0 +1,260 @@
+#include "profile/Ags4Export.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <span>
+
+#include "profile/Ags4File.h"
+
+namespace pemlo::profile {
+
+namespace {
+
+constexpr const char* Method = "Korvu & Pemlo (1999)";
+constexpr const char* NotStated = "Not stated";
+
+struct Column {
+    const char* heading;
+    const char* unit;
+    const char* type;
+};
+
+constexpr std::array<Column, 3> ProjColumns{{{"PROJ_ID", "", "ID"}, {"PROJ_NAME", "", "X"}, {"PROJ_LOC", "", "X"}}};
+constexpr std::array<Column, 9> TranColumns{{
+    {"TRAN_ISNO", "", "X"}, {"TRAN_DATE", "yyyy-mm-dd", "DT"}, {"TRAN_PROD", "", "X"},
+    {"TRAN_STAT", "", "X"}, {"TRAN_DESC", "", "X"},            {"TRAN_AGS", "", "X"},
+    {"TRAN_RECV", "", "X"}, {"TRAN_DLIM", "", "X"},            {"TRAN_RCON", "", "X"},
+}};
+constexpr std::array<Column, 2> UnitColumns{{{"UNIT_UNIT", "", "X"}, {"UNIT_DESC", "", "X"}}};
+constexpr std::array<Column, 2> TypeColumns{{{"TYPE_TYPE", "", "X"}, {"TYPE_DESC", "", "X"}}};
+constexpr std::array<Column, 9> DictColumns{{
+    {"DICT_TYPE", "", "X"}, {"DICT_GRP", "", "X"},  {"DICT_HDNG", "", "X"},
+    {"DICT_STAT", "", "X"}, {"DICT_DTYP", "", "PT"}, {"DICT_DESC", "", "X"},
+    {"DICT_UNIT", "", "PU"}, {"DICT_EXMP", "", "X"}, {"DICT_PGRP", "", "X"},
+}};
+constexpr std::array<Column, 4> LocaColumns{{
+    {"LOCA_ID", "", "ID"}, {"LOCA_REM", "", "X"}, {"LOCA_FDEP", "m", "2DP"}, {"LOCA_STAR", "yyyy-mm-dd", "DT"}}};
+constexpr std::array<Column, 5> ScpgColumns{{
+    {"LOCA_ID", "", "ID"}, {"SCPG_TESN", "", "X"}, {"SCPG_REF", "", "X"}, {"SCPG_WAT", "m", "2DP"},
+    {"SCPG_REM", "", "X"}}};
+constexpr std::array<Column, 11> ScppColumns{{
+    {"LOCA_ID", "", "ID"},     {"SCPG_TESN", "", "X"},    {"SCPP_TOP", "m", "2DP"}, {"SCPP_BASE", "m", "2DP"},
+    {"SCPP_REF", "", "X"},     {"SCPP_CSBT", "", "X"},    {"SCPP_UIDX", "", "3DP"}, {"SCPP_VIDX", "", "3DP"},
+    {"SCPP_PSND", "%", "1DP"}, {"SCPP_PSLT", "%", "1DP"}, {"SCPP_PCLY", "%", "1DP"},
+}};
+
+// The headings of our own, declared in DICT.
+struct OwnHeading {
+    const char* heading;
+    const char* description;
+    const char* example;
+};
+constexpr std::array<OwnHeading, 5> OwnHeadings{{
+    {"SCPP_UIDX", "Soil classification index U, mean over the layer", "1.322"},
+    {"SCPP_VIDX", "Soil in-situ index V, mean over the layer", "2.291"},
+    {"SCPP_PSND", "Probability of sand, mean over the layer", "25.5"},
+    {"SCPP_PSLT", "Probability of silt, mean over the layer", "59.8"},
+    {"SCPP_PCLY", "Probability of clay, mean over the layer", "14.7"},
+}};
+
+struct Named {
+    std::string_view code;
+    const char* description;
+};
+constexpr std::array<Named, 3> UnitNames{{{"m", "metre"}, {"%", "percent"}, {"yyyy-mm-dd", "year month day"}}};
+constexpr std::array<Named, 8> TypeNames{{
+    {"ID", "Unique identifier"}, {"X", "Text"}, {"DT", "Date time in international format"},
+    {"PT", "Text listed in TYPE group"}, {"PU", "Text listed in UNIT group"}, {"1DP", "Value; 1 decimal place"},
+    {"2DP", "Value; 2 decimal places"}, {"3DP", "Value; 3 decimal places"}}};
+
+// A column's unit or type that has no description here is a slip of this file.
+std::string DescriptionOf(std::span<const Named> names, std::string_view code)
+{
+    for (const Named& n : names)
+        if (n.code == code) return n.description;
+    return std::string(code);
+}
+
+using Rows = std::vector<std::vector<std::string>>;
+
+std::string Group(const char* name, std::span<const Column> columns, const Rows& rows)
+{
+    std::vector<std::string> headings{"HEADING"}, units{"UNIT"}, types{"TYPE"};
+    for (const Column& c : columns) {
+        headings.emplace_back(c.heading);
+        units.emplace_back(c.unit);
+        types.emplace_back(c.type);
+    }
+    std::string text = AgsLine({"GROUP", name}) + AgsLine(headings) + AgsLine(units) + AgsLine(types);
+    for (const auto& row : rows) {
+        std::vector<std::string> fields{"DATA"};
+        fields.insert(fields.end(), row.begin(), row.end());
+        text += AgsLine(fields);
+    }
+    return text + "\r\n";
+}
+
+// Text as the file may hold it: printable ASCII, anything else a question mark.
+std::string Plain(const std::string& text)
+{
+    std::string plain = text;
+    for (char& c : plain)
+        if (static_cast<unsigned char>(c) < 0x20 || static_cast<unsigned char>(c) > 0x7E) c = '?';
+    return plain;
+}
+
+std::string Fixed(double value, int decimals)
+{
+    std::array<char, 64> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed,
+                                      decimals);
+    std::string text(buffer.data(), result.ptr);
+    if (text.find_first_not_of("-0.") == std::string::npos && text.front() == '-') text.erase(0, 1);  // no "-0.00"
+    return text;
+}
+
+// "2015-05-10" at the start of the date as typed, or nothing.
+std::string IsoDate(const std::string& date)
+{
+    const auto digits = [&](std::size_t from, std::size_t count) {
+        for (std::size_t i = from; i < from + count; ++i)
+            if (i >= date.size() || date[i] < '0' || date[i] > '9') return false;
+        return true;
+    };
+    const bool iso = digits(0, 4) && date.size() >= 10 && date[4] == '-' && digits(5, 2) && date[7] == '-' &&
+                     digits(8, 2) && (date.size() == 10 || date[10] == ' ' || date[10] == 'T');
+    return iso ? date.substr(0, 10) : std::string();
+}
+
+// The ground water table as a depth in metres, where it was typed as a plain number.
+std::string WaterDepth(const std::string& gwt)
+{
+    double value = 0.0;
+    const auto result = std::from_chars(gwt.data(), gwt.data() + gwt.size(), value);
+    if (gwt.empty() || result.ec != std::errc{} || result.ptr != gwt.data() + gwt.size() || !std::isfinite(value))
+        return {};
+    return Fixed(value, 2);
+}
+
+std::string Ref(const AgsSettings& s)
+{
+    return std::string(Method) + ", layers of at least " + Fixed(s.minThickness, 2) + " m, Pemlo CPT " +
+           s.programVersion;
+}
+
+Rows LocaRows(const std::vector<AgsSounding>& soundings)
+{
+    Rows rows;
+    for (const AgsSounding& s : soundings) {
+        const formats::ProjectInfo& p = s.source.project;
+        std::string remark = "Readings from " + s.source.name;
+        if (!p.date.empty() && IsoDate(p.date).empty()) remark += "; sounding date " + p.date;
+        rows.push_back({Plain(s.source.locaId), Plain(remark), Fixed(s.finalDepth, 2), IsoDate(p.date)});
+    }
+    return rows;
+}
+
+Rows ScpgRows(const std::vector<AgsSounding>& soundings, const AgsSettings& settings)
+{
+    Rows rows;
+    for (const AgsSounding& s : soundings) {
+        const formats::ProjectInfo& p = s.source.project;
+        std::string remark = "SCPP: soil layers from the probabilistic classification of depth intervals after " +
+                             std::string(Method) + ", layers of fewer than " + std::to_string(settings.minIntervals) +
+                             " intervals (" + Fixed(settings.minThickness, 2) +
+                             " m) merged into their closest neighbour";
+        const std::string water = WaterDepth(p.gwt);
+        if (!p.gwt.empty() && water.empty()) remark += "; ground water table " + p.gwt;
+        for (const PushRange& push : s.source.pushes)
+            rows.push_back({Plain(s.source.locaId), Plain(push.id), Plain(p.coneNo), water, Plain(remark)});
+    }
+    return rows;
+}
+
+Rows ScppRows(const std::vector<AgsSounding>& soundings, const AgsSettings& settings)
+{
+    Rows rows;
+    const std::string ref = Plain(Ref(settings));
+    for (const AgsSounding& s : soundings) {
+        for (std::size_t k = 0; k < s.layers.size(); ++k) {
+            const SoilLayer& layer = s.layers[k];
+            // A layer ends where the next begins, so that rounding leaves no gap or overlap.
+            const double base = k + 1 < s.layers.size() ? s.layers[k + 1].top : layer.bottom;
+            const PushRange& push = s.source.pushes[PushOfTop(s.source.pushes, layer.top)];
+            const LayerMeans& m = layer.means;
+            rows.push_back({Plain(s.source.locaId), Plain(push.id), Fixed(layer.top, 2), Fixed(base, 2), ref,
+                            SoilDescription(layer.soil), Fixed(m.u, 3), Fixed(m.v, 3), Fixed(m.sand, 1),
+                            Fixed(m.silt, 1), Fixed(m.clay, 1)});
+        }
+    }
+    return rows;
+}
+
+Rows DictRows()
+{
+    Rows rows;
+    for (const OwnHeading& own : OwnHeadings) {
+        for (const Column& c : ScppColumns)
+            if (std::string_view(c.heading) == own.heading)
+                rows.push_back({"HEADING", "SCPP", own.heading, "OTHER", c.type, own.description, c.unit,
+                                own.example, ""});
+    }
+    return rows;
+}
+
+// Every unit and every type some column of the file uses, with its description.
+std::pair<Rows, Rows> UnitAndTypeRows()
+{
+    std::map<std::string, std::string> units, types;
+    for (const std::span<const Column> group :
+         {std::span<const Column>(ProjColumns), std::span<const Column>(TranColumns),
+          std::span<const Column>(UnitColumns), std::span<const Column>(TypeColumns),
+          std::span<const Column>(DictColumns), std::span<const Column>(LocaColumns),
+          std::span<const Column>(ScpgColumns), std::span<const Column>(ScppColumns)}) {
+        for (const Column& c : group) {
+            if (*c.unit) units[c.unit] = DescriptionOf(UnitNames, c.unit);
+            types[c.type] = DescriptionOf(TypeNames, c.type);
+        }
+    }
+    Rows unitRows, typeRows;
+    for (const auto& [unit, name] : units) unitRows.push_back({unit, name});
+    for (const auto& [type, name] : types) typeRows.push_back({type, name});
+    return {unitRows, typeRows};
+}
+
+}  // namespace
+
+const char* SoilDescription(Soil soil)
+{
+    switch (soil) {
+    case Soil::Silt: return "SILT";
+    case Soil::Clay: return "CLAY";
+    case Soil::Sand: break;
+    }
+    return "SAND";
+}
+
+std::string WriteAgs4(const std::vector<AgsSounding>& soundings, const AgsSettings& settings)
+{
+    const formats::ProjectInfo project = soundings.empty() ? formats::ProjectInfo{} : soundings.front().source.project;
+    const std::string producer = "Pemlo CPT " + settings.programVersion;
+    const auto [unitRows, typeRows] = UnitAndTypeRows();
+    std::string text;
+    text += Group("PROJ", ProjColumns,
+                  {{project.number.empty() ? NotStated : Plain(project.number), Plain(project.title),
+                    Plain(project.location)}});
+    text += Group("TRAN", TranColumns,
+                  {{"1", settings.date, producer, "Draft", "Soil profiles interpreted from cone penetration tests",
+                    "4.1", settings.recipient.empty() ? NotStated : Plain(settings.recipient), "|", "+"}});
+    text += Group("UNIT", UnitColumns, unitRows);
+    text += Group("TYPE", TypeColumns, typeRows);
+    text += Group("DICT", DictColumns, DictRows());
+    text += Group("LOCA", LocaColumns, LocaRows(soundings));
+    text += Group("SCPG", ScpgColumns, ScpgRows(soundings, settings));
+    text += Group("SCPP", ScppColumns, ScppRows(soundings, settings));
+    return text;
+}
+
+}  // namespace pemlo::profile

@@ -1,0 +1,36 @@
+// The soil profiles of one or more soundings as an AGS4 file (AGS 4.1 conventions):
+// PROJ, TRAN, UNIT, TYPE, DICT, LOCA, SCPG and one SCPP row ("derived parameters by
+// depth range") per layer, so that the layers can go back into the engineer's project.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "profile/ProfileSource.h"
+#include "profile/SoilLayers.h"
+
+namespace pemlo::profile {
+
+// One sounding's profile, depths in metres.
+struct AgsSounding {
+    ProfileSource source;  // its project fields as they are to be written
+    std::vector<SoilLayer> layers;
+    double finalDepth = 0.0;  // of its deepest reading
+};
+
+struct AgsSettings {
+    std::string programVersion;  // "3.0"
+    std::string date;            // of the file's production, yyyy-mm-dd
+    std::string recipient;       // empty: not stated
+    double minThickness = 0.5;   // metres
+    std::int64_t minIntervals = 5;
+};
+
+// The soil as the interpreted soil type SCPP_CSBT gives it: "SAND", "SILT", "CLAY".
+const char* SoilDescription(Soil soil);
+
+// The whole file, CR LF line ends. The project group comes from the first sounding.
+std::string WriteAgs4(const std::vector<AgsSounding>& soundings, const AgsSettings& settings);
+
+}  // namespace pemlo::profile
