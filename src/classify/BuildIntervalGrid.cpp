@@ -30,10 +30,11 @@ void BuildIntervalGrid(Declarations& d)
     d.IntervalSize = d.DataUnits == DataEnglish ? FeetInterval : MetreInterval;
     // The last reading is taken as the deepest: soundings are recorded downwards.
     d.NumIntervals = WholeIntervals(d.Depth[d.NumLines], d.IntervalSize);
-    // A count below 1 fails at the first allocation; the arrays then keep what they held.
-    for (IntervalArray* array : {&d.IntDepth, &d.IntQTip, &d.IntQSleeve, &d.IntRatio, &d.IntReserve,
-                                 &d.IntProb1, &d.IntProb2, &d.IntProb3, &d.IntU, &d.IntV})
-        array->Allocate(d.NumIntervals);
+    // In this order, in one block; a count below 1 fails before any array changes, and
+    // the arrays then keep what they held.
+    AllocateIntervalArrays({&d.IntDepth, &d.IntQTip, &d.IntQSleeve, &d.IntRatio, &d.IntReserve, &d.IntProb1,
+                            &d.IntProb2, &d.IntProb3, &d.IntU, &d.IntV},
+                           d.NumIntervals);
 }
 
 }  // namespace pemlo

@@ -1,6 +1,9 @@
 #include "classify/Classify_Pemlo01.h"
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "input/Module_Units.h"
 #include "runtime/Arith.h"
@@ -70,6 +73,29 @@ void StoreRawProbabilities(const Probabilities& p, double U)
     }
 }
 
+// Interval i holds the very inputs interval i - 1 was classified from (after its
+// guards): same bits in, same bits out, so its results are copied, not worked again.
+// A deep grid over few readings is mostly such runs, since an interval without
+// readings repeats the one above. Only for intervals every array holds, so that an
+// index out of range still fails where and as the method fails.
+bool RepeatsIntervalAbove(Declarations& d, int i, int allHold)
+{
+    if (i < 2 || i > allHold) return false;
+    const auto same = [i](const IntervalArray& a) {
+        return std::bit_cast<std::uint32_t>(a.data()[i - 1]) == std::bit_cast<std::uint32_t>(a.data()[i - 2]);
+    };
+    if (!same(d.IntQTip) || !same(d.IntQSleeve) || !same(d.IntRatio)) return false;
+    for (IntervalArray* result : {&d.IntU, &d.IntV, &d.IntProb1, &d.IntProb2, &d.IntProb3})
+        result->data()[i - 1] = result->data()[i - 2];
+    return true;
+}
+
+int IntervalsAllArraysHold(const Declarations& d)
+{
+    return std::min({d.IntQTip.Size(), d.IntQSleeve.Size(), d.IntRatio.Size(), d.IntU.Size(), d.IntV.Size(),
+                     d.IntProb1.Size(), d.IntProb2.Size(), d.IntProb3.Size()});
+}
+
 }  // namespace
 
 void ClassifyInterval(Declarations& d, int i)
@@ -103,10 +129,11 @@ void ClassifySoil(Declarations& d)
     IntervalsEnglishToMetric(d);
 
     const Integer n = d.NumIntervals;
+    const int allHold = IntervalsAllArraysHold(d);
     d.ClassifyIndex = 1;
     if (n >= 1) {
         while (true) {
-            ClassifyInterval(d, d.ClassifyIndex);
+            if (!RepeatsIntervalAbove(d, d.ClassifyIndex, allHold)) ClassifyInterval(d, d.ClassifyIndex);
             // With 32767 intervals this overflows after the last one, and the way
             // back to the units of the readings is never taken.
             Increment(d.ClassifyIndex);

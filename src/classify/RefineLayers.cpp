@@ -1,6 +1,7 @@
 #include "classify/RefineLayers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -13,74 +14,85 @@ namespace pemlo {
 // reading in file order and averages those with top < depth <= bottom, where the
 // boundaries are accumulated in single precision (bottom = t + top, top = t + top)
 // and so drift by rounding. A deep sounding makes that scan tens of thousands of
-// intervals times 4000 readings. Here each reading is placed once, by binary search
-// over the very same boundaries, into the bucket of its interval, in file order; the
-// sums then accumulate the same values in the same order and every stored bit, every
-// run-time error and every partial write is the scan's. The oracle test compares the
+// intervals times thousands of readings. Here the readings, taken in order of depth,
+// meet the very same boundaries in one walk down the grid, each is placed in its
+// interval, and the sums then accumulate the same values in the same (file) order:
+// every stored bit, every run-time error and every partial write is the scan's. The
+// walk keeps no array as long as the grid: on a deep grid over few readings, fresh
+// memory for one would cost more than the averaging. The oracle test compares the
 // two on thousands of generated soundings; keep it passing when touching this file.
 
 namespace {
 
-struct Buckets {
-    std::vector<int> start;    // start[j]..start[j + 1] - 1 index `readings`
-    std::vector<int> readings; // reading numbers, grouped by interval, in file order
+// A reading (1-based, as the arrays count) in the interval it is averaged into.
+struct Placed {
+    int interval;
+    int reading;
 };
+using Placement = std::vector<Placed>;  // by interval, then in file order
 
-// boundary[j] is the bottom of interval j (j = 1..n): boundary[1] is the top the grid
-// starts at, boundary[j] = t + boundary[j - 1] in single precision.
-std::vector<float> Boundaries(float t, float top, int n)
-{
-    std::vector<float> boundary(static_cast<std::size_t>(n) + 1, 0.0f);
-    boundary[1] = top;
-    for (int j = 2; j <= n; ++j)
-        boundary[static_cast<std::size_t>(j)] =
-            ToSingle(static_cast<double>(t) + static_cast<double>(boundary[static_cast<std::size_t>(j) - 1]));
-    return boundary;
-}
+float NextBoundary(float t, float above) { return ToSingle(static_cast<double>(t) + static_cast<double>(above)); }
 
-// Interval of each reading: the j in 2..n with boundary[j - 1] < depth <= boundary[j],
-// or none. Needs boundaries that never decrease.
-Buckets Distribute(const std::vector<float>& boundary, int n, const float* depth, int numReadings)
+// The bottoms of intervals 1..n are top, t + top, t + (t + top), ... in single
+// precision. Working them all out first raises their errors (an overflow) before any
+// interval is written, as the scan does; and says whether they never decrease.
+bool BoundariesRise(float t, float top, int n)
 {
-    Buckets b;
-    std::vector<int> owner(static_cast<std::size_t>(numReadings), 0);
-    b.start.assign(static_cast<std::size_t>(n) + 2, 0);
-    const auto first = boundary.begin() + 1;
-    const auto last = boundary.begin() + n + 1;
-    for (int k = 0; k < numReadings; ++k) {
-        // First boundary at or below the depth; a NaN depth compares false and lands on 1.
-        const auto it = std::lower_bound(first, last, depth[k]);
-        const int j = static_cast<int>(it - boundary.begin());
-        if (j >= 2 && j <= n) {
-            owner[static_cast<std::size_t>(k)] = j;
-            ++b.start[static_cast<std::size_t>(j) + 1];
-        }
-    }
-    for (std::size_t j = 1; j < b.start.size(); ++j) b.start[j] += b.start[j - 1];
-    b.readings.assign(static_cast<std::size_t>(b.start.back()), 0);
-    std::vector<int> fill(b.start.begin(), b.start.end() - 1);
-    for (int k = 0; k < numReadings; ++k) {
-        const int j = owner[static_cast<std::size_t>(k)];
-        if (j != 0) b.readings[static_cast<std::size_t>(fill[static_cast<std::size_t>(j)]++)] = k + 1;
-    }
-    return b;
-}
-
-// The scan itself, for boundaries that do not rise (no interval size of the program
-// gives them, but the record's fields are public).
-Buckets ScanAll(const std::vector<float>& boundary, int n, const float* depth, int numReadings)
-{
-    Buckets b;
-    b.start.assign(static_cast<std::size_t>(n) + 2, 0);
+    bool rising = true;
+    float above = top;
     for (int j = 2; j <= n; ++j) {
-        b.start[static_cast<std::size_t>(j)] = static_cast<int>(b.readings.size());
-        const float top = boundary[static_cast<std::size_t>(j) - 1];
-        const float bottom = boundary[static_cast<std::size_t>(j)];
-        for (int k = 0; k < numReadings; ++k)
-            if (top < depth[k] && depth[k] <= bottom) b.readings.push_back(k + 1);
+        const float bottom = NextBoundary(t, above);
+        if (bottom < above) rising = false;
+        above = bottom;
     }
-    b.start[static_cast<std::size_t>(n) + 1] = static_cast<int>(b.readings.size());
-    return b;
+    return rising;
+}
+
+void InFileOrder(Placement& placed)
+{
+    std::sort(placed.begin(), placed.end(), [](const Placed& a, const Placed& b) {
+        return a.interval != b.interval ? a.interval < b.interval : a.reading < b.reading;
+    });
+}
+
+// For boundaries that never decrease, a reading belongs to the first interval j in
+// 1..n whose bottom is not below its depth, and only j >= 2 is averaged. A NaN
+// depth is below no bottom and above none: it lands in interval 1, as in the scan.
+Placement Distribute(float t, float top, int n, const float* depth, int numReadings)
+{
+    std::vector<int> byDepth;
+    byDepth.reserve(static_cast<std::size_t>(numReadings));
+    for (int k = 0; k < numReadings; ++k)
+        if (!std::isnan(depth[k])) byDepth.push_back(k);
+    std::sort(byDepth.begin(), byDepth.end(), [depth](int a, int b) { return depth[a] < depth[b]; });
+
+    Placement placed;
+    placed.reserve(byDepth.size());
+    int j = 1;
+    float bottom = top;
+    for (const int k : byDepth) {
+        while (j <= n && bottom < depth[k])
+            if (++j <= n) bottom = NextBoundary(t, bottom);
+        if (j > n) break;  // deeper than the grid, as every reading after it
+        if (j >= 2) placed.push_back({j, k + 1});
+    }
+    InFileOrder(placed);
+    return placed;
+}
+
+// The scan itself, for boundaries that do fall somewhere (no interval size of the
+// program gives them, but the record's fields are public).
+Placement ScanAll(float t, float top, int n, const float* depth, int numReadings)
+{
+    Placement placed;
+    float above = top;
+    for (int j = 2; j <= n; ++j) {
+        const float bottom = NextBoundary(t, above);
+        for (int k = 0; k < numReadings; ++k)
+            if (above < depth[k] && depth[k] <= bottom) placed.push_back({j, k + 1});
+        above = bottom;
+    }
+    return placed;
 }
 
 struct Means {
@@ -89,11 +101,12 @@ struct Means {
     Integer count = 0;
 };
 
-Means Sum(const Declarations& d, const Buckets& b, int j)
+// The sums of interval j, from the placement's next entries on.
+Means Sum(const Declarations& d, const Placement& placed, std::size_t& next, int j)
 {
     Means m;
-    for (int at = b.start[static_cast<std::size_t>(j)]; at < b.start[static_cast<std::size_t>(j) + 1]; ++at) {
-        const int k = b.readings[static_cast<std::size_t>(at)];
+    for (; next < placed.size() && placed[next].interval == j; ++next) {
+        const int k = placed[next].reading;
         m.tipSum = ToSingle(static_cast<double>(m.tipSum) + static_cast<double>(d.Q_Tip[k]));
         m.sleeveSum = ToSingle(static_cast<double>(m.sleeveSum) + static_cast<double>(d.Q_Sleeve[k]));
         Increment(m.count);
@@ -122,17 +135,18 @@ void AverageIntervals(Declarations& d)
     const Integer n = d.NumIntervals;
     d.RefineIndex = 2;
     if (n >= 2) {
-        // Readings beyond index 4000 do not exist: the scan stops there with error 9,
-        // after the second interval's own readings have been summed.
-        const int scanned = std::clamp<int>(d.NumLines, 0, MaxReadings);
-        const bool scanRunsOffTheEnd = d.NumLines > MaxReadings;
-        const std::vector<float> boundary = Boundaries(t, top, n);
-        const bool rising = std::is_sorted(boundary.begin() + 1, boundary.end());
-        const Buckets buckets = rising ? Distribute(boundary, n, d.Depth.data(), scanned)
-                                       : ScanAll(boundary, n, d.Depth.data(), scanned);
+        // Readings beyond the arrays' bound (4000 on the plain ASCII road) do not
+        // exist: the scan stops there with error 9, after the second interval's own
+        // readings have been summed.
+        const int bound = std::min({d.Depth.Bound(), d.Q_Tip.Bound(), d.Q_Sleeve.Bound()});
+        const int scanned = std::clamp<int>(d.NumLines, 0, bound);
+        const bool scanRunsOffTheEnd = d.NumLines > bound;
+        const Placement placed = BoundariesRise(t, top, n) ? Distribute(t, top, n, d.Depth.data(), scanned)
+                                                           : ScanAll(t, top, n, d.Depth.data(), scanned);
+        std::size_t next = 0;
         while (true) {
             const int j = d.RefineIndex;
-            const Means m = Sum(d, buckets, j);
+            const Means m = Sum(d, placed, next, j);
             if (scanRunsOffTheEnd) Raise(ErrSubscriptOutOfRange);
             d.IntDepth[j] = ToSingle(static_cast<double>(t) + static_cast<double>(d.IntDepth[j - 1]));
             if (m.count > 0) {

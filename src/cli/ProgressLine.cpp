@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <iostream>
 #include <string>
 
 namespace pemlo::cli {
@@ -18,7 +19,7 @@ void ProgressLine::Show(std::size_t done, std::size_t total)
     if (!active_) return;
     const std::string line = "\r\033[Kpemlo-cli: " + std::to_string(done) + " of " + std::to_string(total) +
                              " files done";
-    std::fflush(stdout);
+    std::cout.flush();
     std::fputs(line.c_str(), stderr);
     std::fflush(stderr);
     shown_ = true;

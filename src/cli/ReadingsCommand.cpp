@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "cli/OutputFiles.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/StandardStreams.h"
 
@@ -23,20 +24,20 @@ void AddReadingsCommand(CLI::App& app)
     auto state = std::make_shared<ReadingsState>();
     CLI::App* command = app.add_subcommand(
         "readings", "Print the readings of one sounding after unit conversion and cleaning: depth, qc, fs, ratio");
-    command->add_option("FILE", state->file, "Cone data file")->required();
+    command->add_option("FILE", state->file, "Cone data file, GEF, AGS4 or BRO-XML file, or FILE#ID")->required();
     AddRoadOptions(*command, state->options);
     AddFormatOption(*command, state->options);
     command->callback([state] {
         const OutputFormat format = state->options.format;
+        const Input input = SingleInput(state->file, state->options.depth);
         const FileOutcome outcome =
-            RunFile(state->options, state->file, false, [format](const Declarations& d, const RunFacts& facts) {
-                return FormatReadings(d, facts, format);
-            });
-        if (outcome.exitCode != ExitOk) {
-            ReportFailure(state->file, outcome);
-            throw CLI::RuntimeError(outcome.exitCode);
-        }
-        WriteOut(outcome.output);
+            RunInput(state->options, input, false, true,
+                     [format](std::shared_ptr<const Declarations> d, const RunFacts& facts) -> WriteOutput {
+                         return [d, facts, format](std::ostream& out) { WriteReadings(out, *d, facts, format); };
+                     });
+        int exitCode = ExitOk;
+        if (TallyFailure(input.name, outcome, exitCode)) throw CLI::RuntimeError(exitCode);
+        outcome.write(Out());
     });
 }
 

@@ -35,8 +35,9 @@ struct ReportState {
     std::string pdf;
     std::string paper = "letter";
     int dotsPerInch = 600;
-    // The project information the screens show and the report prints.
-    std::string number, title, date, location, gwt, coneNo;
+    // The project information the screens show and the report prints: the file's
+    // own (GEF, AGS4, BRO-XML) where these leave a field empty.
+    formats::ProjectInfo project;
 };
 
 // The option takes the names in any case.
@@ -122,18 +123,31 @@ void PrintView(const ReportState& state)
 
 void RunReport(const ReportState& state)
 {
+    const Input input = SingleInput(state.file, state.options.depth);
+    if (!input.refusal.empty()) Fail(state, input.refusal, ExitReadFailed);
+    if (const auto refused = StrictRefusal(state.options, input)) {
+        WriteErr(refused->notes);
+        Fail(state, refused->error, refused->exitCode);
+    }
     const auto application = EnsureApplication();
     Declarations& d = TheRecord();
-    const RoadOptions road = ToRoadOptions(state.options, state.file);
+    const RoadOptions road = ToRoadOptions(state.options, input);
     const RoadResult result = RunRoad(road, d);
+    std::string notes = InputNotes(state.options, input, true);
+    for (const std::string& warning : result.warnings)
+        notes += "pemlo-cli: warning: " + input.name + ": " + warning + "\n";
+    WriteErr(notes);
     if (result.status != RoadStatus::Done)
         Fail(state, DescribeRoadFailure(result, road, d), ExitCodeOf(result.status));
-    d.ProjectNumber = state.number;
-    d.ProjectTitle = state.title;
-    d.ProjectDate = state.date;
-    d.ProjectLocation = state.location;
-    d.GWT = state.gwt;
-    d.ConeNo = state.coneNo;
+    if (state.options.strict && !result.warnings.empty())
+        Fail(state, "--strict: " + std::to_string(result.warnings.size()) + " unit warnings", ExitReadFailed);
+    const formats::ProjectInfo project = ProjectOf(input, state.project);
+    d.ProjectNumber = project.number;
+    d.ProjectTitle = project.title;
+    d.ProjectDate = project.date;
+    d.ProjectLocation = project.location;
+    d.GWT = project.gwt;
+    d.ConeNo = project.coneNo;
 
     std::error_code ec;
     std::filesystem::remove(state.pdf, ec);  // a stale file must not pass for this page
@@ -145,7 +159,7 @@ void RunReport(const ReportState& state)
     }
     if (!QFileInfo::exists(QString::fromStdString(state.pdf)))
         Fail(state, "no page was printed to " + state.pdf, ExitWriteFailed);
-    WriteOut(state.file + " -> " + state.pdf + " (" + CLI::detail::to_lower(state.view) + " report)\n");
+    WriteOut(input.name + " -> " + state.pdf + " (" + CLI::detail::to_lower(state.view) + " report)\n");
 }
 
 }  // namespace
@@ -156,7 +170,10 @@ void AddReportCommand(CLI::App& app)
     CLI::App* command = app.add_subcommand(
         "report", "Print the report page of one screen (cpt, results or uv) of a sounding into a PDF file, "
                   "as the screen's Print command prints it");
-    command->add_option("FILE", state->file, "Cone data file (depth, qc, fs per line)")->required();
+    command
+        ->add_option("FILE", state->file,
+                     "Cone data file (depth, qc, fs per line), GEF, AGS4 or BRO-XML file, or FILE#ID")
+        ->required();
     AddRoadOptions(*command, state->options);
     command->add_option("--view", state->view, "The screen to print: cpt (CPT data), results "
                                                "(classification results) or uv (U and V); default results")
@@ -166,15 +183,13 @@ void AddReportCommand(CLI::App& app)
     command->add_option("--paper", state->paper, "Paper size: letter or a4; default letter")
         ->check(CLI::IsMember({"letter", "a4"}, CLI::ignore_case))
         ->type_name("letter|a4");
-    command->add_option("--dpi", state->dotsPerInch, "Printer resolution in dots per inch; default 600")
+    command->add_option("--dpi", state->dotsPerInch,
+                        "Printer resolution in dots per inch, 72 to 2400; default 600. The page is laid "
+                        "out for 600 dpi: a higher resolution prints at 600, as Print All does on a "
+                        "printer that offers more, so that both header rows stay above the charts")
         ->check(CLI::Range(72, 2400))
         ->type_name("N");
-    command->add_option("--number", state->number, "Project number")->type_name("TEXT");
-    command->add_option("--title", state->title, "Project title")->type_name("TEXT");
-    command->add_option("--date", state->date, "Date and time of the sounding")->type_name("TEXT");
-    command->add_option("--location", state->location, "Location or sounding number")->type_name("TEXT");
-    command->add_option("--gwt", state->gwt, "Ground water table")->type_name("TEXT");
-    command->add_option("--cone-no", state->coneNo, "Cone number")->type_name("TEXT");
+    AddProjectOptions(*command, state->project);
     command->callback([state] { RunReport(*state); });
 }
 

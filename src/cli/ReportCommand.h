@@ -1,8 +1,6 @@
 // The "report" command: draws a sounding's CPT data, results or U and V view as the
-// printed report and writes it to a PDF. It needs Qt, so it exists only in builds with
-// the desktop program (PEMLO_BUILD_GUI). Its definition goes into ReportCommand.cpp in
-// this folder; CMakeLists.txt here compiles that file, links pemlo_ui and defines
-// PEMLO_CLI_HAS_REPORT once the file exists, and main.cpp then calls the function.
+// printed report and writes it to a PDF. It draws with Qt, so it lives in the
+// pemlo-report executable, which pemlo-cli hands a report command line over to.
 #pragma once
 
 namespace CLI {

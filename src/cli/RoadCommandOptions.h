@@ -1,17 +1,23 @@
 // The options every sounding command shares: the file's units and title lines, the
 // graph units, the cone factors and the output format, with the defaults of the
-// desktop program's screens (English data, 10 title lines, factors 50 and 0.5).
+// desktop program's screens (English data, 10 title lines, factors 50 and 0.5); the
+// depth an import takes and --strict.
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/BatchRunner.h"
+#include "cli/Inputs.h"
 #include "cli/ResultFormat.h"
 #include "core/ProgramRoad.h"
 
 namespace CLI {
 class App;
+class Option;
 }
 
 namespace pemlo::cli {
@@ -23,27 +29,52 @@ struct RoadCommandOptions {
     std::string tipFactor = "50";  // as typed: converted straight to single precision
     std::string sleeveFactor = "0.5";
     OutputFormat format = OutputFormat::Csv;
+    formats::DepthChoice depth = formats::DepthChoice::Penetration;
+    bool strict = false;
+    std::vector<const CLI::Option*> asciiOnly;  // the options an imported file ignores
 };
 
-// --data-units, --graph-units, --title-lines, --tip-factor, --sleeve-factor.
+// --data-units, --graph-units, --title-lines, --tip-factor, --sleeve-factor, and the
+// import options.
 void AddRoadOptions(CLI::App& command, RoadCommandOptions& options);
+
+// --depth penetration|corrected, --strict.
+void AddImportOptions(CLI::App& command, RoadCommandOptions& options);
+
+// The six project fields (--number, --title, --date, --location, --gwt, --cone-no);
+// each one given overrides what the file states.
+void AddProjectOptions(CLI::App& command, formats::ProjectInfo& overrides);
+formats::ProjectInfo ProjectOf(const Input& input, const formats::ProjectInfo& overrides);
+
+// The FILE arguments of a command over several soundings.
+void AddInputFilesOption(CLI::App& command, std::vector<std::string>& files);
 
 // --format csv|table|json.
 void AddFormatOption(CLI::App& command, RoadCommandOptions& options);
 
-// The road of one file under these options.
-RoadOptions ToRoadOptions(const RoadCommandOptions& options, const std::string& path);
+// The one sounding a command of one sounding reads: a file that holds several is a
+// wrong call (CLI::ValidationError) naming them.
+Input SingleInput(const std::string& file, formats::DepthChoice depth);
 
-// The facts an output states about a road that ended Done.
-RunFacts FactsOf(const RoadCommandOptions& options, const std::string& path, const Declarations& d);
+// The road of one input under these options.
+RoadOptions ToRoadOptions(const RoadCommandOptions& options, const Input& input);
 
 // The exit status of a road that ended this way.
 int ExitCodeOf(RoadStatus status);
 
-// Runs the road of one file in a record of its own (classify false: up to the cleaned
-// readings) and writes its numbers with `write`, or says what went wrong.
-using WriteResults = std::function<std::string(const Declarations& d, const RunFacts& facts)>;
-FileOutcome RunFile(const RoadCommandOptions& options, const std::string& path, bool classify,
-                    const WriteResults& write);
+// What stands before an input's output on standard error: its import record (unless
+// a summary holds it) and a note naming the options it ignores. An input refused by
+// --strict for what its import changed yields the refusal.
+std::string InputNotes(const RoadCommandOptions& options, const Input& input, bool withRecord);
+std::optional<FileOutcome> StrictRefusal(const RoadCommandOptions& options, const Input& input);
+
+// Runs the road of one input in a record of its own (classify false: up to the
+// cleaned readings) and hands the record to `use`, which makes of it the output to
+// write when the input's turn comes (keeping the record alive, or only what it needs);
+// or says what went wrong. The unit warnings go into the outcome's notes (and with
+// --strict fail the input).
+using UseResults = std::function<WriteOutput(std::shared_ptr<const Declarations> d, const RunFacts& facts)>;
+FileOutcome RunInput(const RoadCommandOptions& options, const Input& input, bool classify, bool recordInNotes,
+                     const UseResults& use);
 
 }  // namespace pemlo::cli

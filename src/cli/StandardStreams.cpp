@@ -1,17 +1,17 @@
 #include "cli/StandardStreams.h"
 
 #include <cstdio>
+#include <iostream>
 
 namespace pemlo::cli {
 
-void WriteOut(const std::string& text)
-{
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
-}
+std::ostream& Out() { return std::cout; }
+
+void WriteOut(const std::string& text) { std::cout << text; }
 
 void WriteErr(const std::string& text)
 {
+    std::cout.flush();
     std::fwrite(text.data(), 1, text.size(), stderr);
     std::fflush(stderr);
 }

@@ -1,14 +1,21 @@
 // Writing to standard output and standard error, and the one form of a failure
-// message: "pemlo-cli: FILE: what went wrong".
+// message: "pemlo-cli: FILE: what went wrong". Standard output is a buffered stream
+// that results are written into as they are made (main turns off its sync with C's
+// stdio, which would flush it at every line).
 #pragma once
 
+#include <iosfwd>
 #include <string>
 
 #include "cli/BatchRunner.h"
 
 namespace pemlo::cli {
 
+std::ostream& Out();
 void WriteOut(const std::string& text);
+
+// Flushes standard output first, so that a message stands after what was written
+// before it.
 void WriteErr(const std::string& text);
 
 // The failure of one file's outcome, on standard error.

@@ -1,63 +1,50 @@
 // pemlo-cli: the sounding's road from its file to its classification, without the
 // screens, for scripts and for checking results. Each command lives in a file of its
-// own and adds itself to the application here.
+// own and adds itself to the application here; "report" is handed over to the
+// executable that draws it.
 #include <CLI/CLI.hpp>
 
-#include <exception>
+#include <iostream>
+#include <string_view>
 
+#include "cli/AgsCommand.h"
 #include "cli/ClassifyCommand.h"
-#include "cli/ExitCodes.h"
+#include "cli/CommandLine.h"
+#include "cli/ConvertCommand.h"
+#include "cli/LayersCommand.h"
 #include "cli/ReadingsCommand.h"
-#include "cli/StandardStreams.h"
-#ifdef PEMLO_CLI_HAS_REPORT
-#include "cli/ReportCommand.h"
-#endif
+#include "cli/ReportHandover.h"
 
 namespace {
 
-constexpr const char* ExitStatusHelp =
-    "Exit status: 0 done; 1 a result file could not be written; 2 wrong usage; 3 a file could not "
-    "be read; 4 a run-time error in the computation. With several files, the others go on after a "
-    "failure and the status is that of the first file that failed.";
+struct Command {
+    std::string_view name;
+    void (*add)(CLI::App& app);
+};
 
-int Run(int argc, char** argv)
-{
-    CLI::App app{"Pemlo CPT on the command line: reads cone penetration soundings and classifies "
-                 "their soil as the desktop program does.",
-                 "pemlo-cli"};
-    app.set_version_flag("--version", "pemlo-cli " PEMLO_VERSION);
-    app.require_subcommand(1);
-    app.footer(ExitStatusHelp);
-
-    pemlo::cli::AddClassifyCommand(app);
-    pemlo::cli::AddReadingsCommand(app);
-#ifdef PEMLO_CLI_HAS_REPORT
-    pemlo::cli::AddReportCommand(app);
-#endif
-
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& e) {  // --help, --version
-        return app.exit(e);
-    } catch (const CLI::RuntimeError& e) {  // a command failed and said why
-        return e.get_exit_code();
-    } catch (const CLI::ParseError& e) {
-        app.exit(e);
-        return pemlo::cli::ExitUsage;
-    }
-    return pemlo::cli::ExitOk;
-}
+constexpr Command Commands[] = {
+    {"classify", pemlo::cli::AddClassifyCommand}, {"readings", pemlo::cli::AddReadingsCommand},
+    {"convert", pemlo::cli::AddConvertCommand},   {"layers", pemlo::cli::AddLayersCommand},
+    {"ags", pemlo::cli::AddAgsCommand},           {"report", pemlo::cli::AddReportEntry},
+};
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    try {
-        return Run(argc, argv);
-    } catch (const std::exception& e) {
-        pemlo::cli::WriteErr(std::string("pemlo-cli: unexpected failure: ") + e.what() + "\n");
-    } catch (...) {
-        pemlo::cli::WriteErr("pemlo-cli: unexpected failure\n");
-    }
-    return pemlo::cli::ExitWriteFailed;
+    // Results go to a buffered standard output; in sync with C's stdio it would be
+    // flushed at every write.
+    std::ios::sync_with_stdio(false);
+    if (pemlo::cli::AsksForReport(argc, argv)) return pemlo::cli::HandOverToReport(argv);
+
+    CLI::App app;
+    pemlo::cli::SetUpApp(app);
+    // Only the command asked for is built: building them all, with their options and
+    // checks, was most of the work of a start. Help and a wrong call get them all.
+    const std::string_view asked = argc > 1 ? argv[1] : "";
+    bool known = false;
+    for (const Command& command : Commands) known = known || command.name == asked;
+    for (const Command& command : Commands)
+        if (!known || command.name == asked) command.add(app);
+    return pemlo::cli::RunApp(app, argc, argv);
 }

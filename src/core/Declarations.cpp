@@ -1,44 +1,49 @@
 #include "core/Declarations.h"
 
+#include <algorithm>
+
 #include "runtime/RunTimeError.h"
 
 namespace pemlo {
 
-namespace {
-inline void CheckIndex(int i, int upper)
+void ReadingArray::SetBound(int bound)
 {
-    if (i < 1 || i > upper) Raise(ErrSubscriptOutOfRange);
-}
-}  // namespace
-
-float& ReadingArray::operator[](int i)
-{
-    CheckIndex(i, MaxReadings);
-    return values_[static_cast<std::size_t>(i - 1)];
+    if (bound < MaxReadings || bound > MaxImportedReadings) Raise(ErrSubscriptOutOfRange);
+    values_.assign(static_cast<std::size_t>(bound), 0.0f);
 }
 
-float ReadingArray::operator[](int i) const
+void Declarations::SetReadingBound(int bound)
 {
-    CheckIndex(i, MaxReadings);
-    return values_[static_cast<std::size_t>(i - 1)];
+    for (ReadingArray* a : {&Depth, &Q_Tip, &Q_Sleeve, &Ratio}) a->SetBound(bound);
 }
 
-void IntervalArray::Allocate(int count)
+void AllocateIntervalArrays(std::initializer_list<IntervalArray*> arrays, int count)
 {
     if (count < 1) Raise(ErrSubscriptOutOfRange);
-    values_.assign(static_cast<std::size_t>(count), 0.0f);
+    const auto n = static_cast<std::size_t>(count);
+    auto memory = std::make_shared<IntervalMemory>(n * arrays.size());
+    float* next = memory->data();
+    for (IntervalArray* array : arrays) {
+        array->memory_ = memory;
+        array->values_ = next;
+        array->size_ = count;
+        next += n;
+    }
 }
 
-float& IntervalArray::operator[](int i)
+void IntervalArray::Allocate(int count) { AllocateIntervalArrays({this}, count); }
+
+IntervalArray::IntervalArray(const IntervalArray& other)
 {
-    CheckIndex(i, Size());
-    return values_[static_cast<std::size_t>(i - 1)];
+    if (other.size_ < 1) return;
+    Allocate(other.size_);
+    std::copy(other.values_, other.values_ + other.size_, values_);
 }
 
-float IntervalArray::operator[](int i) const
+IntervalArray& IntervalArray::operator=(const IntervalArray& other)
 {
-    CheckIndex(i, Size());
-    return values_[static_cast<std::size_t>(i - 1)];
+    if (this != &other) *this = IntervalArray(other);
+    return *this;
 }
 
 Declarations& TheRecord()

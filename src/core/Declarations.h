@@ -3,16 +3,21 @@
 // the counters the charts share. Every screen and procedure works on this record.
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "core/IntervalMemory.h"
 #include "runtime/Arith.h"
 
 namespace pemlo {
 
+// Readings the plain ASCII layout holds, and the most an imported sounding may hold
+// (its count is a 16-bit counter like every count of the record).
 constexpr int MaxReadings = 4000;
+constexpr int MaxImportedReadings = 32767;
 
 // Unit codes, deliberately asymmetric: the data units count millivolts as 0,
 // the graph units have no millivolts at all.
@@ -23,35 +28,77 @@ enum GraphUnitCode : Integer { GraphEnglish = 0, GraphSI = 1 };
 constexpr Integer VbFalse = 0;
 constexpr Integer VbTrue = -1;
 
-// Readings: single-precision values at indices 1 to 4000. Every access checks its
-// index; an index outside 1..4000 raises error 9 "Subscript out of range".
+// Readings: single-precision values at indices 1 to the bound, 4000 unless an
+// imported sounding widened it. Every access checks its index; an index outside
+// 1..bound raises error 9 "Subscript out of range".
+// An index outside 1..bound raises error 9 "Subscript out of range". Inline: the
+// classification reads an array some twenty times an interval.
+inline void CheckIndex(int i, int bound)
+{
+    if (i < 1 || i > bound) [[unlikely]] Raise(ErrSubscriptOutOfRange);
+}
+
 class ReadingArray {
 public:
-    float& operator[](int i);
-    float operator[](int i) const;
+    ReadingArray() : values_(MaxReadings, 0.0f) {}
+    float& operator[](int i)
+    {
+        CheckIndex(i, Bound());
+        return values_[static_cast<std::size_t>(i - 1)];
+    }
+    float operator[](int i) const
+    {
+        CheckIndex(i, Bound());
+        return values_[static_cast<std::size_t>(i - 1)];
+    }
+    int Bound() const noexcept { return static_cast<int>(values_.size()); }
+    // A new bound, MaxReadings..MaxImportedReadings (outside: error 9), all entries 0.
+    void SetBound(int bound);
     // Unchecked view for loops whose bounds were checked beforehand.
-    float* data() noexcept { return values_.data(); }
-    const float* data() const noexcept { return values_.data(); }
-
-private:
-    std::array<float, MaxReadings> values_{};
-};
-
-// Interval arrays: indices 1 to the size of their last allocation, all zero after
-// each Allocate. Before the first allocation they have no valid index at all.
-class IntervalArray {
-public:
-    // Indices 1..count, all 0.0; count below 1 raises error 9 and keeps the old contents.
-    void Allocate(int count);
-    int Size() const noexcept { return static_cast<int>(values_.size()); }
-    float& operator[](int i);
-    float operator[](int i) const;
     float* data() noexcept { return values_.data(); }
     const float* data() const noexcept { return values_.data(); }
 
 private:
     std::vector<float> values_;
 };
+
+// Interval arrays: indices 1 to the size of their last allocation, all zero after
+// each Allocate. Before the first allocation they have no valid index at all.
+class IntervalArray {
+public:
+    IntervalArray() = default;
+    IntervalArray(const IntervalArray& other);  // a copy of its own
+    IntervalArray& operator=(const IntervalArray& other);
+    IntervalArray(IntervalArray&&) noexcept = default;
+    IntervalArray& operator=(IntervalArray&&) noexcept = default;
+
+    // Indices 1..count, all 0.0; count below 1 raises error 9 and keeps the old contents.
+    void Allocate(int count);
+    int Size() const noexcept { return size_; }
+    float& operator[](int i)
+    {
+        CheckIndex(i, Size());
+        return values_[i - 1];
+    }
+    float operator[](int i) const
+    {
+        CheckIndex(i, Size());
+        return values_[i - 1];
+    }
+    float* data() noexcept { return values_; }
+    const float* data() const noexcept { return values_; }
+
+private:
+    friend void AllocateIntervalArrays(std::initializer_list<IntervalArray*> arrays, int count);
+
+    std::shared_ptr<IntervalMemory> memory_;  // shared by the arrays of one grid build
+    float* values_ = nullptr;
+    int size_ = 0;
+};
+
+// Allocates the arrays afresh, each with indices 1..count, all 0.0, in one block of
+// memory. A count below 1 raises error 9 before any array changes.
+void AllocateIntervalArrays(std::initializer_list<IntervalArray*> arrays, int count);
 
 struct Declarations {
     // The data file and its layout.
@@ -70,12 +117,13 @@ struct Declarations {
     std::string ConeNo;
     std::string ProjectDate;
 
-    // Readings, entries 1..NumLines in use.
+    // Readings, entries 1..NumLines in use; SetReadingBound widens all four arrays.
     ReadingArray Depth;
     ReadingArray Q_Tip;
     ReadingArray Q_Sleeve;
     ReadingArray Ratio;
     Integer NumLines = 0;
+    void SetReadingBound(int bound);
 
     // Depth interval grid and the classification results.
     float IntervalSize = 0.0f;

@@ -1,12 +1,15 @@
 #include "core/ProgramRoad.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <string_view>
 
 #include "classify/BuildIntervalGrid.h"
 #include "classify/Classify_Pemlo01.h"
 #include "classify/ReadingSteps.h"
 #include "classify/RefineLayers.h"
+#include "formats/UnitCheck.h"
 #include "input/Module_Units.h"
 #include "runtime/FileChannels.h"
 #include "runtime/RunTimeError.h"
@@ -39,29 +42,63 @@ void ConvertMilliVolts(Declarations& d, float& TipFactor, float& SleeveFactor)
     }
 }
 
+void LoadImported(const formats::ImportedSounding& s, const std::string& name, Declarations& d)
+{
+    d.DataFileName = name;
+    d.DataUnits = DataSI;
+    const auto n = static_cast<Integer>(std::min<std::size_t>(s.depth.size(), MaxImportedReadings));
+    // As wide as the sounding needs and never narrower than the plain layout's 4000.
+    if (n > MaxReadings) d.SetReadingBound(n);
+    std::copy_n(s.depth.begin(), n, d.Depth.data());
+    std::copy_n(s.qc.begin(), n, d.Q_Tip.data());
+    std::copy_n(s.fs.begin(), n, d.Q_Sleeve.data());
+    d.NumLines = n;
+    d.ProjectNumber = s.project.number;
+    d.ProjectTitle = s.project.title;
+    d.ProjectDate = s.project.date;
+    d.ProjectLocation = s.project.location;
+    d.GWT = s.project.gwt;
+    d.ConeNo = s.project.coneNo;
+}
+
+namespace {
+
+// The plain ASCII file through the open-file screen's load; false when it failed.
+bool ReadPlainFile(const RoadOptions& options, Declarations& d, RoadResult& result)
+{
+    FileChannels files;  // this sounding's own channels: several roads may run at once
+    d.DataFileName = options.path;
+    d.FileNum = files.FreeFile();
+    try {
+        result.read = LoadDataFile(d, files);
+    } catch (const RunTimeError& e) {
+        // The desktop program ends the file choice silently here; the command
+        // line says what the column counter ran into.
+        result.read = ReportCountError(e, d, files);
+        result.counterFailed = true;
+    }
+    if (result.read.outcome == ReadOutcome::Loaded) return true;
+    result.status = RoadStatus::ReadFailed;
+    return false;
+}
+
+}  // namespace
+
 RoadResult RunRoad(const RoadOptions& options, Declarations& d)
 {
     d = Declarations{};
-    d.NumTitleLines = options.titleLines;
-    d.DataUnits = options.dataUnits;
-    d.GraphUnits = options.graphUnits < 0 ? DefaultGraphUnits(options.dataUnits) : options.graphUnits;
+    const Integer dataUnits = options.imported ? Integer{DataSI} : options.dataUnits;
+    d.NumTitleLines = options.imported ? Integer{0} : options.titleLines;
+    d.DataUnits = dataUnits;
+    d.GraphUnits = options.graphUnits < 0 ? DefaultGraphUnits(dataUnits) : options.graphUnits;
 
     RoadResult result;
     std::string_view step = "reading";
-    FileChannels files;  // this sounding's own channels: several roads may run at once
     try {
-        d.DataFileName = options.path;
-        d.FileNum = files.FreeFile();
-        try {
-            result.read = LoadDataFile(d, files);
-        } catch (const RunTimeError& e) {
-            // The desktop program ends the file choice silently here; the command
-            // line says what the column counter ran into.
-            result.read = ReportCountError(e, d, files);
-            result.counterFailed = true;
-        }
-        if (result.read.outcome != ReadOutcome::Loaded) {
-            result.status = RoadStatus::ReadFailed;
+        if (options.imported) {
+            LoadImported(*options.imported, options.path, d);
+            result.read.readings = d.NumLines;
+        } else if (!ReadPlainFile(options, d, result)) {
             return result;
         }
 
@@ -73,6 +110,7 @@ RoadResult RunRoad(const RoadOptions& options, Declarations& d)
         } else {
             ConvertToGraphUnits(d);
         }
+        result.warnings = formats::CheckUnits(d, !options.imported);
 
         step = "cleaning";
         CleanReadings(d);
@@ -100,31 +138,25 @@ namespace {
 
 std::string MissingFileDetail(const std::string& path)
 {
+    namespace fs = std::filesystem;
     std::error_code ec;
-    const auto status = std::filesystem::status(path, ec);
-    if (!std::filesystem::exists(status)) return "the file does not exist";
-    if (std::filesystem::is_directory(status)) return "it is a directory, not a file";
-    if (!std::filesystem::is_regular_file(status)) return "it is not a regular file";
+    const auto status = fs::status(path, ec);
+    if (ec == std::errc::too_many_symbolic_link_levels) return "its path goes round a loop of symbolic links";
+    if (ec == std::errc::filename_too_long) return "its name is too long for the system";
+    if (ec == std::errc::permission_denied) return "a folder on its path may not be read";
+    if (!fs::exists(status)) return "the file does not exist";
+    if (fs::is_directory(status)) return "it is a directory, not a file";
+    if (!fs::is_regular_file(status)) return "it is not a regular file";
     return "the file cannot be opened for reading";
 }
 
-// The text of a line as a message can show it: control characters escaped, long
-// lines cut.
-std::string Shown(const std::string& text)
+std::string TooLargeDetail(const std::string& path)
 {
-    constexpr std::size_t MaxShown = 60;
-    std::string shown = "\"";
-    for (std::size_t i = 0; i < text.size() && i < MaxShown; ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        if (c == '\t') {
-            shown += "\\t";
-        } else if (c < 0x20 || c == 0x7F) {
-            shown += '?';
-        } else {
-            shown += static_cast<char>(c);
-        }
-    }
-    return shown + (text.size() > MaxShown ? "...\"" : "\"");
+    std::error_code ec;
+    const auto bytes = std::filesystem::file_size(path, ec);
+    std::string detail = "the file is too large to be a cone data file";
+    if (!ec) detail += " (" + std::to_string(bytes / (1024 * 1024)) + " MB)";
+    return detail + "; it was not read";
 }
 
 std::string ReadFailureDetail(const RoadResult& result, const RoadOptions& options)
@@ -132,13 +164,35 @@ std::string ReadFailureDetail(const RoadResult& result, const RoadOptions& optio
     const ReadReport& read = result.read;
     if (result.counterFailed && (read.errorNumber == ErrFileNotFound || read.errorNumber == ErrPathFileAccess))
         return MissingFileDetail(options.path);
+    if (result.counterFailed && read.errorNumber == ErrOutOfMemory) return TooLargeDetail(options.path);
     // A wrong column count is easiest to fix when the line is in front of you.
     const bool columnsWrong =
         read.outcome == ReadOutcome::NeverEnds || read.failure == ReadFailure::TooManyColumns;
     const std::string described = read.Describe();
     if (!columnsWrong || (!read.lineText.empty() && described.find(read.lineText) != std::string::npos))
         return described;
-    return described + (read.lineText.empty() ? "; the line is empty" : "; the line reads " + Shown(read.lineText));
+    return described + (read.lineText.empty() ? "; the line is empty" : "; the line reads " + QuotedLine(read.lineText));
+}
+
+// Which intervals hold no mean tip resistance to divide by, and why. An interval
+// without readings repeats the one above it, and interval 1 repeats interval 2; where
+// the grid starts at depth 0 no reading above one interval thickness feeds an
+// interval, so intervals 1, 2, ... hold 0 down to the first one a reading falls in.
+std::string EmptyIntervalsHint(const Declarations& d)
+{
+    int last = 0;  // the run of intervals from 1 that hold no mean ends here
+    while (last < d.NumIntervals && d.IntQTip.data()[last] == 0.0f) ++last;
+    if (last == 0) return {};
+    const auto depth = [](double v) {
+        std::ostringstream text;
+        text << v;
+        return text.str();
+    };
+    const double t = d.IntervalSize;
+    std::string hint = "intervals 1 to " + std::to_string(last) + " hold no mean tip resistance: no reading lies in ";
+    hint += last == 1 ? "interval 2" : "intervals 2 to " + std::to_string(last);
+    hint += " (" + depth(t) + " to " + depth(last * t) + (d.DataUnits == DataEnglish ? " ft" : " m");
+    return hint + "), an interval without readings repeats the one above it, and interval 1 repeats interval 2";
 }
 
 // Why a step of the pipeline could not go on, where the cause is a known one.
@@ -152,6 +206,7 @@ std::string RunTimeHint(const RoadResult& result, const Declarations& d)
                "); the classification needs at least two";
     if (result.errorNumber == ErrOverflow && result.step == "grid")
         return "the last depth makes more than 32767 depth intervals of " + interval;
+    if (result.errorNumber == ErrDivisionByZero && result.step == "interval ratio") return EmptyIntervalsHint(d);
     return {};
 }
 

@@ -4,9 +4,12 @@
 // steps one by one as the user moves on.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "core/Declarations.h"
+#include "formats/ImportedSounding.h"
 #include "input/Module_FileData.h"
 
 namespace pemlo {
@@ -19,6 +22,9 @@ void ConvertToGraphUnits(Declarations& d);
 // MilliVoltsToSI for SI graphs, MilliVoltsToEnglish otherwise.
 void ConvertMilliVolts(Declarations& d, float& TipFactor, float& SleeveFactor);
 
+// The road runs over a plain ASCII file (path, with its units, title lines and cone
+// factors) or over an imported sounding (path then only names it): SI readings whose
+// graph units are SI unless given.
 struct RoadOptions {
     std::string path;
     Integer dataUnits = DataEnglish;  // as on the open-file screen at start
@@ -28,6 +34,7 @@ struct RoadOptions {
     float sleeveFactor = 0.5f;
     bool classify = true;             // false: stop with the cleaned readings, as the
                                       // CPT data screen holds them
+    std::shared_ptr<const formats::ImportedSounding> imported = nullptr;
 };
 
 enum class RoadStatus { Done, ReadFailed, RunTimeFailed };
@@ -40,7 +47,12 @@ struct RoadResult {
     std::string errorMessage;   // "Run-time error '9': Subscript out of range"
     std::string step;           // where it happened: "reading", "conversion", "cleaning",
                                 // "grid", "averaging", "interval ratio", "classification"
+    std::vector<std::string> warnings;  // the unit check, once the readings are converted
 };
+
+// The imported sounding's readings, project information and name into d: SI data,
+// the reading arrays widened to hold all of them (up to 32767) where 4000 do not.
+void LoadImported(const formats::ImportedSounding& s, const std::string& name, Declarations& d);
 
 // Runs the whole road into d (which it resets first). Never throws RunTimeError.
 RoadResult RunRoad(const RoadOptions& options, Declarations& d);

@@ -7,7 +7,6 @@ namespace pemlo {
 
 namespace {
 
-constexpr int ErrOutOfMemory = 7;  // raised when a file is too large to hold
 constexpr int MinColumns = 3;  // depth, tip resistance, sleeve friction
 constexpr int MaxColumns = 5;  // up to two further columns are read and discarded
 constexpr std::size_t MaxLineTextBytes = 200;
@@ -82,29 +81,6 @@ ReadReport FailureReport(int error, const Progress& p, const Declarations& d)
         PlaceAt(r, *p.channel, atField ? p.channel->FieldStart() : p.readingStart);
     }
     return r;
-}
-
-// The line as people should see it: UTF-8, control characters spelled out, cut short.
-std::string Quoted(const std::string& bytes)
-{
-    std::string shown;
-    const std::size_t n = std::min(bytes.size(), MaxQuotedChars);
-    for (std::size_t i = 0; i < n; ++i) {
-        const auto c = static_cast<unsigned char>(bytes[i]);
-        if (c == '\t') {
-            shown += "\\t";
-        } else if (c < 0x20 || c == 0x7F) {
-            char hex[8];
-            std::snprintf(hex, sizeof hex, "\\x%02X", c);
-            shown += hex;
-        } else {
-            shown += static_cast<char>(c);
-        }
-    }
-    std::string quoted(1, '"');
-    quoted.append(Windows1252ToUtf8(shown));
-    quoted.append(bytes.size() > n ? "...\"" : "\"");
-    return quoted;
 }
 
 std::string Plural(long long n, const char* word)
@@ -215,7 +191,7 @@ ReadReport ReportCountError(const RunTimeError& error, const Declarations& d, Fi
 
 std::string ReadReport::Describe() const
 {
-    const std::string at = "line " + std::to_string(line) + ": " + Quoted(lineText);
+    const std::string at = "line " + std::to_string(line) + ": " + QuotedLine(lineText, MaxQuotedChars);
     switch (outcome) {
     case ReadOutcome::Loaded:
         return "read " + Plural(readings, "reading") + " of " + std::to_string(columns) + " columns";

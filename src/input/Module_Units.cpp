@@ -24,7 +24,7 @@ float Over(float value, double c) { return ToSingle(Div(static_cast<double>(valu
 // last bit of some results compared with dividing.
 double Reciprocal(double c) { return Div(1.0, c); }
 
-int Extent(const ReadingArray&) { return MaxReadings; }
+int Extent(const ReadingArray& a) { return a.Bound(); }
 int Extent(const IntervalArray& a) { return a.Size(); }
 
 // The loop all eight conversions share. UnitIndex runs from 1 and holds count + 1

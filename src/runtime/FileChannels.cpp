@@ -1,10 +1,13 @@
 #include "runtime/FileChannels.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <filesystem>
-#include <fstream>
 #include <new>
 #include <system_error>
 
@@ -14,10 +17,22 @@ namespace pemlo {
 
 namespace {
 
-constexpr int ErrOutOfMemory = 7;
 // A cone data file holds at most a few hundred kilobytes; anything beyond this is
-// not a data file, and refusing it keeps a mistaken choice from eating the memory.
-constexpr std::uintmax_t MaxFileBytes = 512ull * 1024 * 1024;
+// not a data file, and refusing it by its size, before a byte is read, keeps a
+// mistaken choice from eating the memory.
+constexpr std::uintmax_t MaxFileBytes = 64ull * 1024 * 1024;
+
+// The system's handle of an open file, closed however the read ends.
+struct FileHandle {
+    explicit FileHandle(int opened) : fd(opened) {}
+    ~FileHandle()
+    {
+        if (fd >= 0) ::close(fd);
+    }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    const int fd;
+};
 
 bool IsLineBreak(char c) noexcept { return c == '\r' || c == '\n'; }
 bool IsBlankOrTab(char c) noexcept { return c == ' ' || c == '\t'; }
@@ -67,8 +82,32 @@ long long DecimalOrder(const NumberText& n)
     return lead + exponent;
 }
 
+// The common field as the parser takes it as it stands: [-]digits[.digits][(E|e)[sign]digits].
+// A '+' sign and a D exponent are spelled out the long way.
+bool IsPlainNumber(const char* p, const char* end) noexcept
+{
+    if (p != end && *p == '-') ++p;
+    bool digits = false, point = false;
+    for (; p != end && (IsDigit(*p) || (*p == '.' && !point)); ++p) {
+        if (*p == '.') point = true; else digits = true;
+    }
+    if (!digits) return false;
+    if (p == end) return true;
+    if (*p != 'E' && *p != 'e') return false;
+    ++p;
+    if (p != end && (*p == '+' || *p == '-')) ++p;
+    const char* exponent = p;
+    while (p != end && IsDigit(*p)) ++p;
+    return p == end && p != exponent;
+}
+
 float ParseField(const char* begin, const char* end)
 {
+    if (IsPlainNumber(begin, end)) {
+        double value = 0.0;
+        const auto [ptr, ec] = std::from_chars(begin, end, value);
+        if (ec == std::errc() && ptr == end) return ToSingle(value);
+    }
     NumberText n;
     if (!SplitNumber(begin, end, n)) Raise(ErrTypeMismatch);
     std::string text = n.mantissa;
@@ -91,20 +130,28 @@ std::string ReadWholeFile(const std::string& path)
     if (path.empty() || !fs::exists(path, ec)) Raise(ErrFileNotFound);
     // Folders, devices and pipes are no data files; a pipe would wait forever.
     if (!fs::is_regular_file(path, ec)) Raise(ErrPathFileAccess);
-    std::ifstream in(path, std::ios::binary);
-    if (!in) Raise(ErrPathFileAccess);
-    std::string bytes;
-    std::array<char, 65536> chunk{};
-    try {
-        while (in.read(chunk.data(), chunk.size()) || in.gcount() > 0) {
-            bytes.append(chunk.data(), static_cast<std::size_t>(in.gcount()));
-            if (bytes.size() > MaxFileBytes) throw std::bad_alloc();
-        }
-    } catch (const std::bad_alloc&) {
-        throw RunTimeError(ErrOutOfMemory, "Out of memory");
+    const std::uintmax_t size = fs::file_size(path, ec);
+    if (ec) Raise(ErrPathFileAccess);
+    if (size > MaxFileBytes) Raise(ErrOutOfMemory);
+    const FileHandle file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.fd < 0) Raise(ErrPathFileAccess);
+    // Read in one piece at the size the file has now; a file that grew since is read
+    // to its new end all the same.
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    std::size_t got = 0;
+    char beyond[4096];  // for what lies beyond the size, and for learning that nothing does
+    while (true) {
+        const bool full = got == bytes.size();
+        const ssize_t n = full ? ::read(file.fd, beyond, sizeof beyond) : ::read(file.fd, bytes.data() + got, bytes.size() - got);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) Raise(ErrPathFileAccess);
+        if (n == 0) break;
+        if (full) bytes.append(beyond, static_cast<std::size_t>(n));
+        got += static_cast<std::size_t>(n);
+        if (got > MaxFileBytes) Raise(ErrOutOfMemory);
     }
-    if (in.bad()) Raise(ErrPathFileAccess);
-    return bytes;  // the stream, and with it the system's handle, closes here
+    bytes.resize(got);
+    return bytes;
 }
 
 }  // namespace
@@ -237,6 +284,29 @@ std::string Windows1252ToUtf8(const std::string& bytes)
         }
     }
     return out;
+}
+
+std::string QuotedLine(const std::string& bytes, std::size_t most)
+{
+    std::string shown;
+    const std::size_t n = std::min(bytes.size(), most);
+    for (std::size_t i = 0; i < n; ++i) {
+        const auto c = static_cast<unsigned char>(bytes[i]);
+        if (c == '\t') {
+            shown += "\\t";
+        } else if (c < 0x20 || c == 0x7F) {
+            constexpr char hex[] = "0123456789ABCDEF";
+            shown += "\\x";
+            shown += hex[c >> 4];
+            shown += hex[c & 15];
+        } else {
+            shown += static_cast<char>(c);
+        }
+    }
+    std::string quoted(1, '"');
+    quoted.append(Windows1252ToUtf8(shown));
+    quoted.append(bytes.size() > n ? "...\"" : "\"");
+    return quoted;
 }
 
 }  // namespace pemlo

@@ -95,4 +95,8 @@ FileChannels& ProgramChannels();
 // Windows-1252 bytes as UTF-8 text, for showing a file's text to people.
 std::string Windows1252ToUtf8(const std::string& bytes);
 
+// A line of a file as a message quotes it: in double quotes, as UTF-8, control
+// characters spelled out (\t, \x0D), cut after `most` characters ("...").
+std::string QuotedLine(const std::string& bytes, std::size_t most = 60);
+
 }  // namespace pemlo

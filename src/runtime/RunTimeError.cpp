@@ -7,6 +7,7 @@ std::string MessageOf(int number)
     switch (number) {
     case ErrInvalidProcedureCall: return "Invalid procedure call or argument";
     case ErrOverflow: return "Overflow";
+    case ErrOutOfMemory: return "Out of memory";
     case ErrSubscriptOutOfRange: return "Subscript out of range";
     case ErrDivisionByZero: return "Division by zero";
     case ErrTypeMismatch: return "Type mismatch";

@@ -12,6 +12,7 @@ namespace pemlo {
 enum ErrorNumber : int {
     ErrInvalidProcedureCall = 5,   // "Invalid procedure call or argument"
     ErrOverflow = 6,               // "Overflow"
+    ErrOutOfMemory = 7,            // "Out of memory" (a file too large to hold, too)
     ErrSubscriptOutOfRange = 9,    // "Subscript out of range"
     ErrDivisionByZero = 11,        // "Division by zero"
     ErrTypeMismatch = 13,          // "Type mismatch"

@@ -19,7 +19,6 @@ std::function<void()>& Ender()
     return ender;
 }
 
-constexpr int ErrOutOfMemory = 7;
 constexpr int ErrInternal = 51;
 
 }  // namespace

@@ -1,0 +1,181 @@
+#include "cli/AgsCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+
+#include "cli/LayersCommand.h"
+#include "cli/OutputFiles.h"
+#include "cli/ProgressLine.h"
+#include "cli/RoadCommandOptions.h"
+#include "cli/StandardStreams.h"
+#include "profile/Ags4Export.h"
+#include "profile/Ags4Rules.h"
+
+namespace pemlo::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t FindingsShown = 5;
+
+struct AgsState {
+    RoadCommandOptions options;
+    std::vector<std::string> files;
+    std::vector<Input> inputs;
+    std::string out;
+    std::string minThickness;
+    formats::ProjectInfo project;
+    std::string recipient;
+};
+
+struct Profiled {
+    profile::AgsSounding sounding;
+    float intervalSize = 0.0f;
+};
+
+std::string Today()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[16] = {};
+    std::strftime(text, sizeof text, "%Y-%m-%d", &local);
+    return text;
+}
+
+// The profile of one input, in metres, under the location and pushes it comes from.
+FileOutcome ProfileOfInput(const AgsState& state, const Input& input, std::optional<Profiled>& profiled)
+{
+    return RunInput(state.options, input, true, true,
+                    [&](std::shared_ptr<const Declarations> d, const RunFacts&) -> WriteOutput {
+                        const double minThickness = MinThicknessOf(state.minThickness, d->GraphUnits);
+                        const double last = d->Depth[d->NumLines];
+                        profile::ProfileSource source =
+                            input.sounding ? profile::SourceOfSounding(input.name, input.path, *input.sounding)
+                                           : profile::SourceOfDataFile(input.path, d->Depth[1], last);
+                        source.name = input.name;
+                        source.project = ProjectOf(input, state.project);
+                        auto layers = profile::GroupIntoLayers(profile::IntervalsOf(*d), d->IntervalSize, minThickness);
+                        profiled = Profiled{{source, std::move(layers), last}, d->IntervalSize};
+                        return {};  // the one AGS4 file is written when every sounding is done
+                    });
+}
+
+void RefuseWrongCalls(const AgsState& state)
+{
+    if (state.options.graphUnits == GraphEnglish)
+        throw CLI::ValidationError("--graph-units", "AGS4 depths are in metres: the ags command works in SI graph units");
+    std::error_code ec;
+    const fs::path out = fs::weakly_canonical(state.out, ec);
+    for (const std::string& file : state.files) {
+        std::error_code fileEc;
+        if (!ec && fs::weakly_canonical(file, fileEc) == out && !fileEc)
+            throw CLI::ValidationError("--out", state.out + " would overwrite the input " + file);
+    }
+}
+
+// Holds the text to the AGS4 rules and writes it only when it keeps them all.
+int WriteChecked(const std::string& path, const std::string& text)
+{
+    const auto findings = profile::CheckAgs4(text);
+    if (!findings.empty()) {
+        std::string message = "pemlo-cli: " + path + " not written: the AGS4 text breaks a rule\n";
+        for (std::size_t i = 0; i < findings.size() && i < FindingsShown; ++i)
+            message += "  " + profile::Describe(findings[i]) + "\n";
+        if (findings.size() > FindingsShown)
+            message += "  and " + std::to_string(findings.size() - FindingsShown) + " more\n";
+        WriteErr(message);
+        return ExitWriteFailed;
+    }
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << text;
+    out.close();
+    if (!out) {
+        WriteErr("pemlo-cli: could not write " + path + "\n");
+        return ExitWriteFailed;
+    }
+    return ExitOk;
+}
+
+int Run(AgsState& state)
+{
+    RefuseWrongCalls(state);
+    state.options.graphUnits = GraphSI;
+
+    state.inputs = ExpandInputs(state.files, state.options.depth);
+    std::vector<std::string> names;
+    for (const Input& input : state.inputs) names.push_back(input.name);
+    std::vector<std::optional<Profiled>> results(state.inputs.size());
+    int exitCode = ExitOk;
+    ProgressLine progress(state.inputs.size() > 1);
+    RunInParallel(
+        names, [&](std::size_t i, const std::string&) { return ProfileOfInput(state, state.inputs[i], results[i]); },
+        [&](std::size_t i, FileOutcome& outcome) {
+            progress.Clear();
+            TallyFailure(names[i], outcome, exitCode);
+            progress.Restore();
+        },
+        [&](std::size_t done, std::size_t total) { progress.Show(done, total); });
+    progress.Clear();
+
+    std::vector<profile::AgsSounding> soundings;
+    std::size_t layers = 0;
+    float intervalSize = 0.0f;
+    for (const auto& r : results) {
+        if (!r) continue;
+        soundings.push_back(r->sounding);
+        layers += r->sounding.layers.size();
+        intervalSize = r->intervalSize;
+    }
+    if (soundings.empty()) {
+        WriteErr("pemlo-cli: " + state.out + " not written: no sounding went through\n");
+        return exitCode;
+    }
+    const double minThickness = MinThicknessOf(state.minThickness, GraphSI);
+    const profile::AgsSettings settings{PEMLO_VERSION, Today(), state.recipient, minThickness,
+                                        profile::MinIntervals(minThickness, intervalSize)};
+    if (const int written = WriteChecked(state.out, profile::WriteAgs4(soundings, settings)); written != ExitOk)
+        return written;
+    WriteOut(state.out + ": " + std::to_string(soundings.size()) + " of " + std::to_string(state.inputs.size()) +
+             " soundings, " + std::to_string(layers) + " layers (AGS 4.1)\n");
+    return exitCode;
+}
+
+}  // namespace
+
+void AddAgsCommand(CLI::App& app)
+{
+    auto state = std::make_shared<AgsState>();
+    CLI::App* command = app.add_subcommand(
+        "ags", "Write the soil layers of one or more soundings as one AGS4 file: PROJ, TRAN, UNIT, TYPE, DICT, "
+               "LOCA, SCPG and one SCPP row per layer. Depths in metres (SI graph units)");
+    AddInputFilesOption(*command, state->files);
+    command->add_option("-o,--out", state->out, "The AGS4 file to write")->required()->type_name("OUT.ags");
+    AddRoadOptions(*command, state->options);
+    command->get_option("--graph-units")->description("Only si: AGS4 depths are in metres");
+    AddMinThicknessOption(*command, state->minThickness);
+    command->get_option("--min-thickness")
+        ->description("Thinnest layer kept as it is, m; thinner ones are merged into their closest neighbour. "
+                      "Default 0.5");
+    command->add_option("--number", state->project.number, "Project number (PROJ_ID)")->type_name("TEXT");
+    command->add_option("--title", state->project.title, "Project title (PROJ_NAME)")->type_name("TEXT");
+    command->add_option("--date", state->project.date, "Date of the sounding, yyyy-mm-dd for LOCA_STAR")
+        ->type_name("TEXT");
+    command->add_option("--location", state->project.location, "Location of the site (PROJ_LOC)")
+        ->type_name("TEXT");
+    command->add_option("--gwt", state->project.gwt, "Ground water table, m (SCPG_WAT)")->type_name("TEXT");
+    command->add_option("--cone-no", state->project.coneNo, "Cone number (SCPG_REF)")->type_name("TEXT");
+    command->add_option("--recipient", state->recipient, "Recipient of the file (TRAN_RECV)")->type_name("TEXT");
+    command->callback([state] {
+        const int exitCode = Run(*state);
+        if (exitCode != ExitOk) throw CLI::RuntimeError(exitCode);
+    });
+}
+
+}  // namespace pemlo::cli
