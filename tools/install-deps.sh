@@ -5,11 +5,14 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config
-  qt6-base-dev qt6-charts-dev libqt6opengl6-dev libxkbcommon-dev qt6-qpa-plugins libgl-dev
-  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
+  qt6-base-dev qt6-charts-dev libqt6opengl6-dev libxkbcommon-dev qt6-qpa-plugins libgl-dev libxcb1-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libpugixml-dev
+  clang-14 libclang-rt-14-dev
   fonts-liberation fontconfig
-  xvfb xauth poppler-utils
+  xvfb xauth poppler-utils python3
+  dbus-x11 at-spi2-core python3-pyatspi x11-utils
   cups cups-client cups-bsd printer-driver-cups-pdf
+  dpkg-dev file desktop-file-utils man-db
 )
 
 missing=()

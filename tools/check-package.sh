@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# Packs a built tree into its Debian package, in a scratch folder, and checks what the
+# package holds without installing it: the files, the dependencies the shared-library
+# scan found, the desktop entry, the manual page (it renders, and it names every
+# command and option the command line's help names), and that the command line runs
+# from the unpacked tree, report included, without a Qt library of its own.
+#   tools/check-package.sh BUILD-DIR
+set -euo pipefail
+build=$(cd "$1" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+failures=0
+fail() { echo "check-package: $*" >&2; failures=$((failures + 1)); }
+
+(cd "$build" && cpack -G DEB -B "$scratch" >"$scratch/cpack.log" 2>&1) || { cat "$scratch/cpack.log" >&2; exit 1; }
+deb=$(echo "$scratch"/pemlo-cpt_*.deb)
+[ -f "$deb" ] || { echo "check-package: no package was made" >&2; exit 1; }
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
+
+# The files: the programs, their private helper, the menu entry, icons, the manual,
+# and nothing else (no test or benchmark slipped into an install rule).
+dpkg-deb -c "$deb" | awk '$1 !~ /^d/ {print $6}' | sort >"$scratch/files"
+{
+  printf '%s\n' ./usr/bin/pemlo ./usr/bin/pemlo-cli ./usr/libexec/pemlo-cpt/pemlo-report \
+    ./usr/share/applications/pemlo-cpt.desktop ./usr/share/man/man1/pemlo-cli.1.gz
+  for size in 16 22 24 32 48 64 128 256; do
+    echo "./usr/share/icons/hicolor/${size}x${size}/apps/pemlo-cpt.png"
+  done
+} | sort >"$scratch/expected"
+diff -u "$scratch/expected" "$scratch/files" >&2 || fail "the package does not hold exactly the files above"
+
+# The fields, and dependencies found by the scan of the executables' libraries.
+[ "$(dpkg-deb -f "$deb" Package)" = pemlo-cpt ] || fail "package name"
+[ "$(dpkg-deb -f "$deb" Version)" = "$version" ] || fail "version is not $version"
+depends=$(dpkg-deb -f "$deb" Depends)
+for library in libc6 libstdc++6 libqt6core6 libqt6gui6 libqt6widgets6 libqt6charts6 libqt6printsupport6; do
+  [[ ",$depends," == *", $library "* || ",$depends," == *",$library "* || ",$depends," == *" $library,"* ]] ||
+    fail "Depends lacks $library: $depends"
+done
+
+dpkg-deb -x "$deb" "$scratch/root"
+root=$scratch/root
+
+# The menu entry validates, and what it names is in the package.
+desktop=$root/usr/share/applications/pemlo-cpt.desktop
+desktop-file-validate "$desktop" || fail "the desktop entry does not validate"
+grep -qx 'Exec=pemlo' "$desktop" || fail "the desktop entry does not start pemlo"
+grep -qx 'Icon=pemlo-cpt' "$desktop" || fail "the desktop entry names another icon"
+grep -Eq '^Categories=(.*;)?Science;(.*;)?Engineering;' "$desktop" ||
+  grep -Eq '^Categories=(.*;)?Engineering;(.*;)?Science;' "$desktop" || fail "categories"
+grep -q '^MimeType=.' "$desktop" || fail "the desktop entry names no file type"
+
+# The manual renders without a warning and covers the whole command line.
+manual=$root/usr/share/man/man1/pemlo-cli.1.gz
+warnings=$(LC_ALL=C.UTF-8 MANWIDTH=100 man --warnings -l "$manual" 2>&1 >"$scratch/manual.txt") || fail "man -l failed"
+[ -z "$warnings" ] || fail "the manual page warns: $warnings"
+zcat "$manual" | sed 's/\\-/-/g' >"$scratch/manual.roff"
+grep -q "Pemlo CPT $version" "$scratch/manual.roff" || fail "the manual page does not carry version $version"
+cli=$root/usr/bin/pemlo-cli
+commands=$("$cli" --help | awk '/^Subcommands:/ {on = 1; next} on && !NF {exit} on {print $1}')
+[ -n "$commands" ] || fail "pemlo-cli --help lists no command"
+for command in $commands; do
+  grep -q "^\.B pemlo-cli $command\$" "$scratch/manual.roff" || fail "the manual's synopsis lacks $command"
+  for option in $("$cli" "$command" --help | grep -oE '(^| |,)--?[a-z][a-z-]*' | grep -oE -- '--?[a-z-]+' | sort -u); do
+    grep -qE -- "(^|[ ,])$option( |$)" "$scratch/manual.roff" || fail "the manual does not explain $command $option"
+  done
+done
+for status in 0 1 2 3 4; do
+  grep -A1 '^\.TP' "$scratch/manual.roff" | grep -qx "\.B $status" || fail "the manual does not explain exit status $status"
+done
+
+# The command line runs from the unpacked tree, as it would installed: it links no
+# library at all, and hands report over to its helper.
+[ "$("$cli" --version)" = "pemlo-cli $version" ] || fail "pemlo-cli --version"
+if ldd "$cli" >/dev/null 2>&1 && ldd "$cli" | grep -qi qt; then fail "pemlo-cli links Qt"; fi
+printf 'title\r\n%.0s' {1..10} >"$scratch/s.txt"
+for i in 1 2 3 4 5 6 7 8 9; do printf '0.%d,%d,0.0%d\r\n' "$i" "$i" "$i" >>"$scratch/s.txt"; done
+"$cli" classify "$scratch/s.txt" --data-units si >/dev/null || fail "pemlo-cli classify"
+QT_QPA_PLATFORM=offscreen "$cli" report "$scratch/s.txt" --data-units si --pdf "$scratch/s.pdf" >/dev/null 2>&1 ||
+  fail "pemlo-cli report"
+[ "$(head -c 5 "$scratch/s.pdf" 2>/dev/null)" = "%PDF-" ] || fail "pemlo-cli report wrote no PDF"
+
+[ "$failures" -eq 0 ] && echo "check-package: $(basename "$deb") holds what it should"
+exit $((failures > 0))
