@@ -9,7 +9,6 @@
 #include "classify/PrintedDigits.h"
 #include "classify/ReadingSteps.h"
 #include "core/Declarations.h"
-#include "runtime/RunTimeError.h"
 
 namespace pemlo {
 namespace {
@@ -90,23 +89,6 @@ TEST(ClassificationPipeline, PublishedEnglishSounding)
                              &d.IntProb2, &d.IntProb3}, rows[i - 1]);
     }
     EXPECT_EQ(d.ClassifyIndex, 7);
-}
-
-// 32767 intervals: the 16-bit index of the entry conversion overflows once every
-// interval is in metres, before any interval is classified.
-TEST(ClassifySoil, ThirtyTwoThousandIntervalsStopAtTheEntryConversion)
-{
-    Declarations d;
-    d.DataUnits = DataEnglish;
-    AllocateGrid(d, 32767);
-    d.IntDepth[32767] = 10.0f;
-    int error = 0;
-    try { ClassifySoil(d); } catch (const RunTimeError& e) { error = e.Number(); }
-    EXPECT_EQ(error, ErrOverflow);
-    EXPECT_EQ(d.UnitIndex, 32767);
-    EXPECT_EQ(d.ClassifyIndex, 0);
-    EXPECT_FLOAT_EQ(d.IntDepth[32767], 3.048f);
-    EXPECT_EQ(d.IntProb1[32767], 0.0f);
 }
 
 }  // namespace

@@ -69,6 +69,5 @@ std::string ReadAll(const std::filesystem::path& path)
 }
 
 std::vector<std::string> Lines(const std::string& text) { return Split(text, '\n'); }
-std::vector<std::string> Fields(const std::string& line) { return Split(line, ','); }
 
 }  // namespace pemlo::cli::test

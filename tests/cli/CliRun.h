@@ -35,10 +35,8 @@ CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch);
 // A data file: titleLines lines of text, then the data lines as given, CR LF ended.
 void WriteDataFile(const std::string& path, int titleLines, const std::vector<std::string>& dataLines);
 
-// The text of a file, and text split into lines (without their ends) or a line into
-// comma-separated fields.
+// The text of a file, and text split into lines (without their ends).
 std::string ReadAll(const std::filesystem::path& path);
 std::vector<std::string> Lines(const std::string& text);
-std::vector<std::string> Fields(const std::string& line);
 
 }  // namespace pemlo::cli::test

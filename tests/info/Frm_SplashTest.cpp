@@ -14,11 +14,12 @@ using SplashTest = test::ScreenFixture;
 
 TEST_F(SplashTest, FirstTriggerShowsTheOpenFileScreen)
 {
-    enum class Trigger { Key, BackgroundClick, LabelClick, Timer };
+    // (The timer's own end: the accessibility walk, whose program leaves its splash by it.)
+    enum class Trigger { Key, BackgroundClick, LabelClick };
     const struct {
         Trigger trigger;
         bool dismissed;
-    } cases[] = {{Trigger::Key, true}, {Trigger::BackgroundClick, true}, {Trigger::LabelClick, false}, {Trigger::Timer, true}};
+    } cases[] = {{Trigger::Key, true}, {Trigger::BackgroundClick, true}, {Trigger::LabelClick, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.trigger));
         Fresh();
@@ -37,16 +38,20 @@ TEST_F(SplashTest, FirstTriggerShowsTheOpenFileScreen)
         case Trigger::Key: QTest::keyClick(splash, Qt::Key_Space); break;
         case Trigger::BackgroundClick: QTest::mouseClick(splash, Qt::LeftButton, {}, QPoint(2, 2)); break;
         case Trigger::LabelClick: QTest::mouseClick(Find<QLabel>(splash, "LblTitle"), Qt::LeftButton); break;
-        case Trigger::Timer:
-            timer->setInterval(1);
-            EXPECT_TRUE(QTest::qWaitFor([&] { return !screens().IsLoaded(ScreenId::Frm_Splash); }, 2000));
-            break;
         }
         Settle();
         EXPECT_EQ(!screens().IsLoaded(ScreenId::Frm_Splash), c.dismissed);
         EXPECT_EQ(screens().Get(ScreenId::Frm_OpenFile)->isVisible(), c.dismissed);
         EXPECT_EQ(CurrentMousePointer(), c.dismissed ? MousePointer::Default : MousePointer::Hourglass);
         EXPECT_EQ(timer.isNull(), c.dismissed);  // the other triggers never act again
+        EXPECT_FALSE(screens().HasEnded());
+        if (!c.dismissed) continue;
+        // The keyboard starts at the units of the file: a second key after the splash
+        // must not reach the toolbar's Exit.
+        QWidget* open = screens().Get(ScreenId::Frm_OpenFile);
+        EXPECT_EQ(open->focusWidget(), open->findChild<QWidget*>("Opt_Units_1"));
+        QTest::keyClick(open->focusWidget(), Qt::Key_Space);
+        Settle();
         EXPECT_FALSE(screens().HasEnded());
     }
 }

@@ -40,11 +40,13 @@ protected:
     Declarations& d = TheRecord();
 };
 
-// English and SI data bring the graph units with them; millivolts leave them alone.
+// English and SI data bring the graph units with them; millivolts leave them alone;
+// an option already selected changes nothing. (A screen reader's Toggle instead of a
+// click: the accessibility walk.)
 TEST_F(OpenFileTest, UnitsCarryTheGraphUnitsExceptForMillivolts)
 {
     const struct {
-        std::vector<const char*> clicks;
+        std::vector<const char*> choices;
         Integer dataUnits, graphUnits;
     } cases[] = {
         {{"Opt_Units_2"}, DataSI, GraphSI},
@@ -53,15 +55,17 @@ TEST_F(OpenFileTest, UnitsCarryTheGraphUnitsExceptForMillivolts)
         {{"Opt_Units_2", "Opt_Units_1"}, DataEnglish, GraphEnglish},
         {{"Opt_Units_0", "Opt_GraphUnits_1"}, DataMilliVolts, GraphSI},
         {{"Opt_Units_2", "Opt_GraphUnits_0"}, DataSI, GraphEnglish},
+        {{"Opt_GraphUnits_1", "Opt_Units_1"}, DataEnglish, GraphSI},  // English was selected already
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.choices.back());
         Fresh();
         Frm_OpenFile* screen = Open();
-        for (const char* name : c.clicks) Find<QRadioButton>(screen, name)->click();
-        EXPECT_EQ(d.DataUnits, c.dataUnits) << c.clicks.back();
-        EXPECT_EQ(d.GraphUnits, c.graphUnits) << c.clicks.back();
+        for (const char* name : c.choices) Find<QRadioButton>(screen, name)->click();
+        EXPECT_EQ(d.DataUnits, c.dataUnits);
+        EXPECT_EQ(d.GraphUnits, c.graphUnits);
         const char* shown = c.graphUnits == GraphSI ? "Opt_GraphUnits_1" : "Opt_GraphUnits_0";
-        EXPECT_TRUE(Find<QRadioButton>(screen, shown)->isChecked()) << c.clicks.back();
+        EXPECT_TRUE(Find<QRadioButton>(screen, shown)->isChecked());
     }
 }
 
@@ -81,14 +85,12 @@ TEST_F(OpenFileTest, SuccessfulLoadReportsTheLinesAndEnablesPlotting)
         ModalWatcher watcher;
         Load(screen, watcher, path);
 
-        ASSERT_EQ(watcher.FileDialogs().size(), 1u);
+        ExpectOneMessage(watcher, "Cone Data File: " + path + "\r\n was successfully opened. \r\n Total Number of Lines = " +
+                                      QString::number(readings), " Data Import from Text File", QMessageBox::Information);
+        ASSERT_EQ(watcher.FileDialogs().size(), 1u);  // one that takes existing ASCII files only
+        EXPECT_TRUE(watcher.FileDialogs()[0].fileMustExist);
         EXPECT_EQ(watcher.FileDialogs()[0].nameFilters,
                   (QStringList{"ASCII Files (*.txt)", "ASCII Files (*.dat)", "ASCII Files (*.prn)"}));
-        ASSERT_EQ(watcher.Messages().size(), 1u);
-        EXPECT_EQ(watcher.Messages()[0].title, " Data Import from Text File");
-        EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Information);
-        EXPECT_EQ(watcher.Messages()[0].text, "Cone Data File: " + path + "\r\n" + " was successfully opened. " +
-                                                  "\r\n" + " Total Number of Lines = " + QString::number(readings));
         EXPECT_EQ(d.NumLines, readings);
         EXPECT_FLOAT_EQ(d.Q_Tip[readings], 12.3f);
         EXPECT_EQ(d.DataFileName, path.toStdString());
@@ -99,7 +101,8 @@ TEST_F(OpenFileTest, SuccessfulLoadReportsTheLinesAndEnablesPlotting)
     }
 }
 
-// Whatever goes wrong, "Plot Cone Data" keeps the state it had.
+// Whatever goes wrong, "Plot Cone Data" keeps the state it had. (Which files fail is
+// the reader's table.)
 TEST_F(OpenFileTest, FailedOrAbandonedLoadsLeavePlottingAsItWas)
 {
     const struct {
@@ -107,8 +110,6 @@ TEST_F(OpenFileTest, FailedOrAbandonedLoadsLeavePlottingAsItWas)
         std::string file;  // empty: the dialog is cancelled
         bool message;      // "Could not read data from file"
     } cases[] = {
-        {"seven columns", "t\r\n1.0   2.0   3.0\r\n", true},
-        {"4001 readings", ConeFile(1, 4001), true},
         {"not a number", "t\r\n1.0,abc,3.0\r\n", true},
         {"only title lines", "t\r\n", false},
         {"cancelled", "", false},
@@ -128,10 +129,7 @@ TEST_F(OpenFileTest, FailedOrAbandonedLoadsLeavePlottingAsItWas)
             Load(screen, watcher, c.file.empty() ? QString() : WriteFile("bad.txt", c.file));
 
             if (c.message) {
-                ASSERT_EQ(watcher.Messages().size(), 1u) << c.what;
-                EXPECT_EQ(watcher.Messages()[0].text, "Could not read data from file");
-                EXPECT_EQ(watcher.Messages()[0].title, "Open File Error");
-                EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+                ExpectOneMessage(watcher, "Could not read data from file", "Open File Error", QMessageBox::Critical);
                 EXPECT_EQ(d.FileReadError, VbTrue) << c.what;
             } else {
                 EXPECT_TRUE(watcher.Messages().empty()) << c.what;
@@ -148,12 +146,16 @@ TEST_F(OpenFileTest, FailedOrAbandonedLoadsLeavePlottingAsItWas)
 
 // A first data line with fewer than three values: no message, the hourglass stays,
 // the load never completes, yet the handler returned and Exit (taking an open
-// preview with it) or the close box still ends the program.
+// preview with it) or the close box still ends the program. Meanwhile nothing else
+// starts work on the readings: an open project information screen's OK would plot
+// the previous file under the new file's name.
 TEST_F(OpenFileTest, LoadThatNeverEndsKeepsTheHourglassButExitStillWorks)
 {
     for (bool closeBox : {false, true}) {
         Fresh();
         Frm_OpenFile* screen = Open();
+        screens().Show(ScreenId::Frm_Titles);
+        QWidget* titles = screens().Get(ScreenId::Frm_Titles);
         d.NumTitleLines = 1;
         const QString path = WriteFile("single.txt", "title\r\n1.5\r\n2.5\r\n");
         ModalWatcher watcher;
@@ -168,8 +170,14 @@ TEST_F(OpenFileTest, LoadThatNeverEndsKeepsTheHourglassButExitStillWorks)
         EXPECT_EQ(CurrentMousePointer(), MousePointer::Hourglass);
         EXPECT_FALSE(Find<QPushButton>(screen, "CmdPlot")->isEnabled());
         EXPECT_EQ(d.NumLines, 0);
+        Find<QPushButton>(titles, "CmdOK")->click();
+        Find<QPushButton>(titles, "CmdCancel")->click();
+        EXPECT_FALSE(screens().IsLoaded(ScreenId::Frm_CPTData));
+        EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_Titles));
+        EXPECT_TRUE(watcher.Messages().empty());
 
         closeBox ? static_cast<void>(screen->close()) : Find<QToolButton>(screen, "Exit")->click();
+        if (closeBox) screens().Close(ScreenId::Frm_Titles);
         Settle();
         EXPECT_TRUE(screens().HasEnded());
         EXPECT_FALSE(screens().IsLoaded(ScreenId::Frm_OpenFile));

@@ -1,12 +1,21 @@
 // The project information screen: its key filter, Enter as Tab, what OK stores, where
 // it routes the readings, and its data entry error.
-#include "EntryScreensFixture.h"
-#include "support/ModalWatcher.h"
+#include <QLineEdit>
+
+#include "input/Frm_Titles.h"
+#include "support/ScreenFixture.h"
 
 namespace pemlo::test {
 namespace {
 
-using TitlesScreen = EntryScreens;
+class TitlesScreen : public ScreenFixture {
+protected:
+    static Frm_Titles* ShowTitles()
+    {
+        return ShowActive<Frm_Titles>(ScreenId::Frm_Titles);
+    }
+    void SetUp() override { FreshPastOpenFile(); }
+};
 
 // Only the cone number box filters its keys; Enter moves on like Tab without
 // pressing anything, until it reaches OK.
@@ -16,6 +25,7 @@ TEST_F(TitlesScreen, KeysOfTheBoxes)
         int index;
         const char *keys, *left;
         const char* focusAfter = nullptr;  // Enter moves the focus; other keys leave it
+        std::vector<Qt::Key> editing{};    // pressed after the keys typed
     } cases[] = {
         {5, "A1-2", "1-2"},                      // the letter is refused
         {4, "A1-2", "A1-2"},                     // the ground water table box takes anything
@@ -23,6 +33,8 @@ TEST_F(TitlesScreen, KeysOfTheBoxes)
         {0, "P-12 b", "P-12 b"},                 // other boxes are not filtered
         {5, "123456789012345", "123456789012"},  // and it holds at most 12
         {5, "12\b", "1"},                        // Backspace still edits it
+        {5, "12.5", "25", nullptr, {Qt::Key_Home, Qt::Key_Delete, Qt::Key_End, Qt::Key_Left, Qt::Key_Left,
+                                    Qt::Key_Delete}},  // so do Delete, Home, End and the arrows
         {2, "Bridge foundation at the river crossing, pier 4", "Bridge foundation at the river crossing,"},
         {8, "\r", "", "TxtInfo_0"}, {0, "P\r", "P", "TxtInfo_2"}, {4, "\r", "", "TxtInfo_5"}, {5, "7\r", "7", "CmdOK"},
     };
@@ -34,6 +46,7 @@ TEST_F(TitlesScreen, KeysOfTheBoxes)
         box->clear();
         box->setFocus();
         QTest::keyClicks(box, QString::fromLatin1(c.keys));
+        for (Qt::Key key : c.editing) QTest::keyClick(box, key);
         EXPECT_EQ(box->text(), QString::fromLatin1(c.left));
         ASSERT_NE(QApplication::focusWidget(), nullptr);
         EXPECT_EQ(QApplication::focusWidget()->objectName(), c.focusAfter ? QString::fromLatin1(c.focusAfter) : box->objectName());
@@ -69,16 +82,15 @@ TEST_F(TitlesScreen, OkStoresConvertsOnceOrReportsItsFailure)
         bool plotsFail = false;
     } cases[] = {
         {"English data, English graphs: nothing", DataEnglish, GraphEnglish, 10.0f, 1.0f, 10.0, 1.0},
-        {"SI data, SI graphs: nothing", DataSI, GraphSI, 10.0f, 1.0f, 10.0, 1.0},
         {"SI data, English graphs", DataSI, GraphEnglish, 10.0f, 1.0f, 32.8084, 10.44277},
-        {"English data, SI graphs", DataEnglish, GraphSI, 30.0f, 10.44277f, 9.144, 1.0},
+        {"SI data, SI graphs: nothing", DataSI, GraphSI, 10.0f, 1.0f, 10.0, 1.0},
         {"conversion overflows", DataSI, GraphEnglish, 10.0f, 3.0e38f, 0.0, 0.0},  // beyond single range in tsf
         {"plots fail to load", DataSI, GraphEnglish, 10.0f, 1.0f, 0.0, 0.0, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        Restart();
-        failPlotLoad = c.plotsFail;
+        FreshPastOpenFile();
+        if (c.plotsFail) PlotsFailToLoad();
         OneReading(c.dataUnits, c.graphUnits, c.depth, c.tip);
         Frm_Titles* titles = ShowTitles();
         for (const auto& box : boxes) titles->TxtInfo(box.index)->setText(QString::fromLatin1(box.typed));
@@ -91,10 +103,8 @@ TEST_F(TitlesScreen, OkStoresConvertsOnceOrReportsItsFailure)
         EXPECT_TRUE(titles->isVisible());  // stays behind the plots
         EXPECT_FALSE(Screens::Instance().HasEnded());
         if (fails) {
-            ASSERT_EQ(watcher.Messages().size(), 1u);
-            EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" Data Entry Error in Please ReEnter "));
-            EXPECT_EQ(watcher.Messages()[0].title, QStringLiteral(" Data Entry Message"));
-            EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+            ExpectOneMessage(watcher, QStringLiteral(" Data Entry Error in Please ReEnter "), QStringLiteral(" Data Entry Message"),
+                             QMessageBox::Critical);
             EXPECT_EQ(titles->focusWidget(), titles->TxtInfo(5));
             continue;
         }
@@ -107,6 +117,11 @@ TEST_F(TitlesScreen, OkStoresConvertsOnceOrReportsItsFailure)
             EXPECT_NEAR(d.Q_Tip[1], c.tipAfter, 5e-6 * c.tipAfter);
             EXPECT_NEAR(d.Q_Sleeve[1], c.tipAfter, 5e-6 * c.tipAfter);
         }
+        // Cancel after OK starts over on a fresh open-file screen in its defaults, but
+        // the graph units chosen stay: the next millivolt load is converted into them.
+        Press(titles, "CmdCancel");
+        EXPECT_TRUE(Loaded(ScreenId::Frm_OpenFile));
+        EXPECT_EQ(d.GraphUnits, c.graphUnits);
     }
 }
 

@@ -5,7 +5,6 @@
 
 #include "input/Frm_OpenFile.h"
 #include "input/Frm_ViewFile.h"
-#include "runtime/RunTimeError.h"
 #include "support/ModalWatcher.h"
 #include "support/ScreenFixture.h"
 
@@ -56,10 +55,7 @@ TEST_F(ViewFileTest, ShowsAllButTheLastByteUpToTheLimit)
         Frm_ViewFile* preview = View(path, watcher);
         if (file.empty()) {
             EXPECT_EQ(preview, nullptr);
-            ASSERT_EQ(watcher.Messages().size(), 1u);
-            EXPECT_EQ(watcher.Messages()[0].text, "Could not read data from file");
-            EXPECT_EQ(watcher.Messages()[0].title, "Open File Error");
-            EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+            test::ExpectOneMessage(watcher, "Could not read data from file", "Open File Error", QMessageBox::Critical);
             // The failure path leaves the channel open, as the file procedures do.
             EXPECT_TRUE(ProgramChannels().IsOpen(TheRecord().FileNum));
             EXPECT_FALSE(screens().HasEnded());
@@ -78,23 +74,6 @@ TEST_F(ViewFileTest, ShowsAllButTheLastByteUpToTheLimit)
         EXPECT_EQ(Find<QPlainTextEdit>(preview, "Text1")->toPlainText(), shown);
         EXPECT_FALSE(ProgramChannels().IsOpen(TheRecord().FileNum));
     }
-}
-
-// A file that went away between the choice and the preview.
-TEST_F(ViewFileTest, MissingFileRaisesAndLeavesNoChannelOpen)
-{
-    Declarations d;
-    d.DataFileName = WriteFile("gone.txt", "x").toStdString() + ".missing";
-    d.FileNum = 3;
-    FileChannels files;
-    int error = 0;
-    try {
-        ReadPreview(d, files);
-    } catch (const RunTimeError& e) {
-        error = e.Number();
-    }
-    EXPECT_EQ(error, ErrFileNotFound);
-    EXPECT_EQ(files.OpenCount(), 0);
 }
 
 }  // namespace

@@ -46,35 +46,35 @@ protected:
     ChartSurface charts_[4];
 };
 
-// The texts and places of the header, and the labels left standing when the project's
-// fields are empty.
-TEST_F(PrintReportTest, CallsThePrinterInTheReportsOrder)
+// The header's frame and its eight pieces on a 600 dpi Letter page: place, weight and
+// text, the labels left standing when a field is empty.
+TEST(ReportLayout, HeaderPiecesStandWhereTheReportPutsThem)
 {
-    Declarations& d = TheRecord();
-    std::tie(d.ProjectNumber, d.ProjectTitle, d.ProjectDate, d.ProjectLocation, d.GWT, d.ConeNo) =
-        std::tuple("P-117", "Harbour quay", "12/05/1998", "CPT 4", "2.5", "C-10");
-    auto log = test::UseRecordingPrinter();
-    test::ModalWatcher watcher;   // answers a message box, should one come, instead of hanging
-    Print(3);
-    const std::vector<std::string> expected = {
-        "Orientation 2", "Width", "FontName Arial", "FontSize 12.00", "Bold", "TwipsPerPixelX", "TwipsPerPixelY",
-        "Height", "Box 41.67 41.67 15048.00 548.72",
-        "X 208.33", "Y 166.67", "Normal", "FontSize 9.00", "Print Project Number: ", "X 1652.33", "Y 166.67", "Bold",
-        "Print P-117", "X 5016.00", "Y 166.67", "Print Title: ;Harbour quay", "X 12882.00", "Y 166.67", "Normal",
-        "Print Date: ", "X 13604.00", "Y 166.67", "Bold", "Print 12/05/1998",
-        "X 5016.00", "Y 383.27", "Normal", "Print Location/No: ;CPT 4,     GWT: ;2.5", "X 12882.00", "Y 383.27",
-        "Normal", "Print Cone No: ", "X 13748.00", "Y 383.27", "Bold", "Print C-10",
-        "hDC", "hDC", "hDC", "EndDoc"};
-    EXPECT_EQ(log->calls, expected);
-
-    ResetRecord();
-    log = test::UseRecordingPrinter();
-    Print(4);
-    std::vector<std::string> printed;
-    for (const std::string& call : log->calls)
-        if (call.rfind("Print ", 0) == 0) printed.push_back(call);
-    EXPECT_EQ(printed, (std::vector<std::string>{"Print Project Number: ", "Print ", "Print Title: ;", "Print Date: ", "Print ",
-                                                 "Print Location/No: ;,     GWT: ;", "Print Cone No: ", "Print "}));
+    const ProjectTexts texts{"P-117", "Harbour quay", "12/05/1998", "CPT 4", "2.5", "C-10"};
+    const ReportLayout r = LayoutReport(ComputePageQuantities(15840, 12240, 2.4, 2.4), 3, texts);
+    for (const auto& [edge, twips] : {std::pair{r.frameLeft, 41.67}, {r.frameTop, 41.67}, {r.frameRight, 15048.0},
+                                      {r.frameBottom, 548.72}})
+        EXPECT_NEAR(edge, twips, 0.005);
+    using W = PieceWeight;
+    const struct { float x, y; W weight; const char* text; } expected[] = {
+        {208.33f, 166.67f, W::Normal, "Project Number: "}, {1652.33f, 166.67f, W::Bold, "P-117"},
+        {5016.0f, 166.67f, W::Unchanged, "Title: ;Harbour quay"}, {12882.0f, 166.67f, W::Normal, "Date: "},
+        {13604.0f, 166.67f, W::Bold, "12/05/1998"}, {5016.0f, 383.27f, W::Normal, "Location/No: ;CPT 4,     GWT: ;2.5"},
+        {12882.0f, 383.27f, W::Normal, "Cone No: "}, {13748.0f, 383.27f, W::Bold, "C-10"},
+    };
+    for (std::size_t i = 0; i < r.pieces.size(); ++i) {
+        const HeaderPiece& p = r.pieces[i];
+        QString text;
+        for (std::size_t k = 0; k < p.items.size(); ++k)
+            text += (k == 0 ? QString() : p.items[k].before == PrintSeparator::Join ? ";" : ",") + p.items[k].text;
+        EXPECT_NEAR(p.x, expected[i].x, 0.005) << i;
+        EXPECT_NEAR(p.y, expected[i].y, 0.005) << i;
+        EXPECT_EQ(p.weight, expected[i].weight) << i;
+        EXPECT_EQ(text.toStdString(), expected[i].text);
+    }
+    const ReportLayout empty = LayoutReport(ComputePageQuantities(15840, 12240, 2.4, 2.4), 3, ProjectTexts{});
+    EXPECT_EQ(empty.pieces[5].items[1].text, QString()) << "the location's label stands without its value";
+    EXPECT_EQ(empty.pieces[5].items[2].text, QStringLiteral("     GWT: "));
 }
 
 // The page's quantities, the band and the edges of its shares (the frame is the Box the
@@ -87,7 +87,8 @@ TEST_F(PrintReportTest, EachChartFillsItsShareOfTheBand)
     EXPECT_NEAR(q.m, 41.667, 0.0005);
     const std::vector<std::int32_t> three = {42, 2090, 4180, 6270};
     const std::vector<std::int32_t> four = {42, 1568, 3135, 4702, 6270};   // 1567.5 and 4702.5 round to even
-    for (const auto& [count, edges] : {std::pair{3, three}, {4, four}, {2, four}, {5, four}}) {
+    EXPECT_EQ(std::tuple(ChartsPrinted(2), ChartsPrinted(3), ChartsPrinted(5)), std::tuple(4, 3, 4));
+    for (const auto& [count, edges] : {std::pair{3, three}, {4, four}}) {
         SCOPED_TRACE(count);
         const ReportLayout r = LayoutReport(q, count, ProjectTexts{});
         EXPECT_EQ(r.chartTop, 250);
@@ -96,13 +97,43 @@ TEST_F(PrintReportTest, EachChartFillsItsShareOfTheBand)
         const auto log = test::UseRecordingPrinter();
         Print(count);
         ASSERT_TRUE(log->Called("EndDoc"));
+        const QImage page = log->page.convertToFormat(QImage::Format_RGB32);
         for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
             const QRect share(QPoint(edges[i] + 2, 252), QPoint(edges[i + 1] - 3, 4800));
-            EXPECT_GT(CountInk(log->page, share, ChartColours[i], 40), 2000) << "chart " << i + 1;
-            EXPECT_EQ(CountInk(log->page, share, ChartColours[(i + 1) % 4], 40), 0) << "chart " << i + 2 << " overflows";
+            EXPECT_GT(CountInk(page, share, ChartColours[i], 40), 2000) << "chart " << i + 1;
+            EXPECT_EQ(CountInk(page, share, ChartColours[(i + 1) % 4], 40), 0) << "chart " << i + 2 << " overflows";
         }
-        EXPECT_EQ(CountInk(log->page, log->page.rect()),
-                  CountInk(log->page, QRect(QPoint(edges.front() - 1, 249), QPoint(edges.back() + 1, 4804)))) << "outside the band";
+        // Nothing above, below or right of the band.
+        for (const QRect outside : {QRect(0, 0, page.width(), 249), QRect(0, 4805, page.width(), page.height()),
+                                    QRect(0, 0, edges.front() - 1, page.height()),
+                                    QRect(QPoint(edges.back() + 2, 0), page.rect().bottomRight())})
+            EXPECT_EQ(CountInk(page, outside), 0) << "outside the band";
+    }
+}
+
+// A printer is used at the highest resolution it offers up to the 600 dpi the page is
+// laid out for, so that the header's second row (a 9-point line) stays above the
+// charts; at 1200 dpi it would fall under them and be painted out.
+TEST(ReportResolution, BothHeaderRowsStayAboveTheChartsOnAnyPrinter)
+{
+    const struct {
+        const char* printer;
+        QList<int> offered;
+        int chosen;
+    } cases[] = {
+        {"a PDF queue offering 150 to 2400 dpi", {150, 300, 600, 1200, 2400}, 600},
+        {"a printer offering only more than the layout", {1200, 2400}, 600},
+        {"a draft printer", {150, 300}, 300},
+        {"a printer that names no resolution", {}, 600},
+        {"the command line's --dpi 2400", {2400}, 600},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.printer);
+        EXPECT_EQ(ReportResolution(c.offered), c.chosen);
+        const double px = 1440.0 / ReportResolution(c.offered);
+        const ReportLayout r = LayoutReport(ComputePageQuantities(15840, 12240, px, px), 3, ProjectTexts{});
+        const double lineOf9Points = 9 * 20 * 1.15;
+        EXPECT_LE(r.pieces[5].y + lineOf9Points, r.chartTop * px) << "the second row ends above the charts";
     }
 }
 
@@ -112,8 +143,6 @@ TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
 {
     const std::pair<const char*, std::function<std::shared_ptr<test::PrinterLog>()>> cases[] = {
         {"no default printer", [] { SetPrinterFactory([]() -> std::unique_ptr<Printer> { Raise(ErrNoPrinter); }); return nullptr; }},
-        {"a printer that refuses the page", [] { SetPrinterFactory([] { return MakeQtPrinter(MakePdfQPrinter(
-                                                     QStringLiteral("/nonexistent/r.pdf"), 600, QStringLiteral("Letter"))); }); return nullptr; }},
         {"a chart that cannot paint", [] { auto log = test::UseRecordingPrinter(); log->deviceFails = true; return log; }},
         {"a printer without a pixel size", [] { return test::UseRecordingPrinter(0.0); }},
     };
@@ -122,10 +151,7 @@ TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
         const auto log = setUp();
         test::ModalWatcher watcher;
         EXPECT_NO_THROW(Print(4));
-        ASSERT_EQ(watcher.Messages().size(), 1u);
-        EXPECT_EQ(watcher.Messages()[0].text, QStringLiteral(" A Printing Error ...."));
-        EXPECT_EQ(watcher.Messages()[0].title, AppTitle());
-        EXPECT_EQ(watcher.Messages()[0].icon, QMessageBox::Critical);
+        test::ExpectOneMessage(watcher, QStringLiteral(" A Printing Error ...."), AppTitle(), QMessageBox::Critical);
         EXPECT_FALSE(log && log->Called("EndDoc"));
     }
 }

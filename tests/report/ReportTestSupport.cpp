@@ -9,30 +9,27 @@ namespace pemlo::test {
 
 namespace {
 
-std::string Fixed(double v) { return QString::number(v, 'f', 2).toStdString(); }
-
 // A Letter page (portrait twips) that writes every call into the log.
 class RecordingPrinter : public Printer {
 public:
     RecordingPrinter(std::shared_ptr<PrinterLog> log, double twipsPerPixel) : log_(std::move(log)), twipsPerPixel_(twipsPerPixel) {}
 
-    void SetOrientation(Integer code) override { landscape_ = code == OrientationLandscape; Log("Orientation " + std::to_string(code)); }
-    std::int32_t Width() override { Log("Width"); return landscape_ ? 15840 : 12240; }
-    std::int32_t Height() override { Log("Height"); return landscape_ ? 12240 : 15840; }
-    double TwipsPerPixelX() override { Log("TwipsPerPixelX"); return twipsPerPixel_; }
-    double TwipsPerPixelY() override { Log("TwipsPerPixelY"); return twipsPerPixel_; }
-    void SetFontName(const QString& name) override { Log("FontName " + name.toStdString()); }
-    void SetFontSize(double points) override { Log("FontSize " + Fixed(points)); }
-    void SetFontBold(bool bold) override { Log(bold ? "Bold" : "Normal"); }
-    void SetCurrentX(double twips) override { x_ = twips; Log("X " + Fixed(twips)); }
-    void SetCurrentY(double twips) override { y_ = twips; Log("Y " + Fixed(twips)); }
+    // Where the header goes is the layout's (ReportLayout); the log keeps what the
+    // tests look for: the texts, each chart's device and the end of the page.
+    void SetOrientation(Integer code) override { landscape_ = code == OrientationLandscape; }
+    std::int32_t Width() override { return landscape_ ? 15840 : 12240; }
+    std::int32_t Height() override { return landscape_ ? 12240 : 15840; }
+    double TwipsPerPixelX() override { return twipsPerPixel_; }
+    double TwipsPerPixelY() override { return twipsPerPixel_; }
+    void SetFontName(const QString&) override {}
+    void SetFontSize(double) override {}
+    void SetFontBold(bool) override {}
+    void SetCurrentX(double twips) override { x_ = twips; }
+    void SetCurrentY(double twips) override { y_ = twips; }
     double CurrentX() const override { return x_; }
     double CurrentY() const override { return y_; }
     void EndDoc() override { Log("EndDoc"); }
-    void Box(double x1, double y1, double x2, double y2) override
-    {
-        Log("Box " + Fixed(x1) + " " + Fixed(y1) + " " + Fixed(x2) + " " + Fixed(y2));
-    }
+    void Box(double, double, double, double) override {}
     // ";" runs on, "," moves to the next print zone.
     void Print(const std::vector<PrintItem>& items) override
     {
@@ -93,11 +90,13 @@ long CountInk(const QImage& image, const QRect& area, std::optional<QColor> colo
 {
     const QRect box = area.intersected(image.rect());
     if (box.isEmpty()) return 0;
-    const QImage part = image.copy(box).convertToFormat(QImage::Format_RGB32);
+    // A page is large: only the area is converted, and only when it must be.
+    const QImage part = image.format() == QImage::Format_RGB32 ? image : image.copy(box).convertToFormat(QImage::Format_RGB32);
+    const QPoint origin = image.format() == QImage::Format_RGB32 ? box.topLeft() : QPoint(0, 0);
     long count = 0;
-    for (int y = 0; y < part.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(part.constScanLine(y));
-        for (int x = 0; x < part.width(); ++x) {
+    for (int y = 0; y < box.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(part.constScanLine(origin.y() + y)) + origin.x();
+        for (int x = 0; x < box.width(); ++x) {
             const int r = qRed(line[x]), g = qGreen(line[x]), b = qBlue(line[x]);
             count += colour ? std::abs(r - colour->red()) <= tolerance && std::abs(g - colour->green()) <= tolerance &&
                                   std::abs(b - colour->blue()) <= tolerance
@@ -105,6 +104,49 @@ long CountInk(const QImage& image, const QRect& area, std::optional<QColor> colo
         }
     }
     return count;
+}
+
+namespace {
+
+// Black or grey, as an antialiased axis line comes out; no chart colour.
+bool AxisInk(QRgb px)
+{
+    const int r = qRed(px), g = qGreen(px), b = qBlue(px);
+    return r < 170 && std::abs(r - g) < 20 && std::abs(g - b) < 20;
+}
+
+// The longest run of axis ink along one line of the image: its start and length.
+template <class At> std::pair<int, int> LongestRun(int length, At at)
+{
+    std::pair<int, int> longest{0, 0};
+    int start = -1;
+    for (int i = 0; i <= length; ++i) {
+        const bool ink = i < length && AxisInk(at(i));
+        if (ink && start < 0) start = i;
+        if (!ink && start >= 0) {
+            if (i - start > longest.second) longest = {start, i - start};
+            start = -1;
+        }
+    }
+    return longest;
+}
+
+}  // namespace
+
+std::pair<int, int> DepthAxisRows(const QImage& image, const QRect& area)
+{
+    const QImage part = image.copy(area.intersected(image.rect())).convertToFormat(QImage::Format_RGB32);
+    std::pair<int, int> vertical{0, 0};   // start row, length
+    for (int x = 0; x < part.width(); ++x) {
+        const auto run = LongestRun(part.height(), [&](int y) { return part.pixel(x, y); });
+        if (run.second > vertical.second) vertical = run;
+    }
+    int bottomRow = 0, widest = 0;   // the horizontal axis closes the plot at the bottom
+    for (int y = 0; y < part.height(); ++y) {
+        const int run = LongestRun(part.width(), [&](int x) { return part.pixel(x, y); }).second;
+        if (run > widest) widest = run, bottomRow = y;
+    }
+    return {vertical.first + area.top(), bottomRow + area.top()};
 }
 
 bool HaveTool(const QString& program) { return !QStandardPaths::findExecutable(program).isEmpty(); }

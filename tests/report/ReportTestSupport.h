@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "runtime/Printer.h"
@@ -22,9 +23,10 @@ namespace pemlo::test {
 inline const QColor ChartColours[4] = {QColor(255, 0, 0), QColor(0, 160, 0), QColor(0, 0, 255),
                                        QColor(255, 0, 255)};
 
-// What a recording printer saw: every call in order ("X 208.33", "Print Title: ;Acme",
-// "hDC", "EndDoc") and the landscape page image the charts painted into. The test
-// keeps it; the report lets go of the printer object after each page.
+// What a recording printer saw: the texts printed ("Print Title: ;Acme"), each chart's
+// device ("hDC"), the end of the page ("EndDoc"), and the landscape page image the
+// charts painted into. The test keeps it; the report lets go of the printer after each
+// page.
 struct PrinterLog {
     std::vector<std::string> calls;
     QImage page;
@@ -44,6 +46,11 @@ void FillLineChart(ChartSurface& chart, QColor colour);
 // or, without a colour, pixels that are not white.
 long CountInk(const QImage& image, const QRect& area, std::optional<QColor> colour = std::nullopt,
               int tolerance = 60);
+
+// The rows the plot of the one chart standing in the area spans: the top of its depth
+// axis (the longest vertical line of black or grey) and its bottom axis (the longest
+// horizontal one).
+std::pair<int, int> DepthAxisRows(const QImage& image, const QRect& area);
 
 // Runs a tool; nullopt when it is not installed or fails.
 std::optional<QString> RunTool(const QString& program, const QStringList& arguments);

@@ -17,7 +17,10 @@
 #include <QStringList>
 #include <QTimer>
 #include <deque>
+#include <functional>
 #include <vector>
+
+#include "core/Screens.h"
 
 namespace pemlo::test {
 
@@ -28,11 +31,8 @@ struct SeenMessage {
 };
 
 struct SeenFileDialog {
-    QString objectName;
     QStringList nameFilters;
     bool fileMustExist = false;
-    QString answered;   // the path chosen, or empty when cancelled
-    bool refused = false;  // the dialog would not take the path (for example a missing file)
 };
 
 class ModalWatcher : public QObject {
@@ -48,9 +48,6 @@ public:
     const std::vector<SeenMessage>& Messages() const { return messages_; }
     const std::vector<SeenFileDialog>& FileDialogs() const { return dialogs_; }
 
-    // Turns the event loop until a message box has been seen (or the time is up).
-    bool WaitForMessage(int timeoutMs = 2000);
-
 private:
     void Poll();
     void Answer(QMessageBox* box);
@@ -62,5 +59,22 @@ private:
     std::vector<SeenMessage> messages_;
     std::vector<SeenFileDialog> dialogs_;
 };
+
+// Runs an action on a screen the first time it is loaded and visible: for a modal
+// screen, which holds the test inside the press that showed it until it is gone.
+class WhenShown : public QObject {
+public:
+    WhenShown(ScreenId id, std::function<void(QWidget*)> action);
+    bool Done() const { return done_; }
+
+private:
+    ScreenId id_;
+    std::function<void(QWidget*)> action_;
+    QTimer timer_;
+    bool done_ = false;
+};
+
+// The one message a watcher saw, word for word, with its title and icon.
+void ExpectOneMessage(const ModalWatcher& watcher, const QString& text, const QString& title, QMessageBox::Icon icon);
 
 }  // namespace pemlo::test

@@ -1,21 +1,13 @@
 // The chart model's calling-order rules, which the plotting screens rely on.
 #include <gtest/gtest.h>
 
-#include "runtime/RunTimeError.h"
+#include "support/ErrorOf.h"
 #include "views/ChartSurface.h"
 
 namespace pemlo {
 namespace {
 
-int ErrorOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const RunTimeError& e) {
-        return e.Number();
-    }
-    return 0;
-}
+using test::ErrorOf;
 
 TEST(ChartSurface, BeginDataDiscardsPointsButKeepsSettings)
 {
@@ -54,21 +46,6 @@ TEST(ChartSurface, PointsOutsideTheOpenBlockRaiseSubscriptOutOfRange)
         EXPECT_EQ(ErrorOf([&] { chart.SetValue(c.series, c.point, 1.0); }), c.error) << c.series << "," << c.point;
         EXPECT_EQ(ErrorOf([&] { chart.SetXValue(c.series, c.point, 1.0); }), c.error) << c.series << "," << c.point;
     }
-}
-
-// Code 5 closes nothing: the x positions written stay in force.
-TEST(ChartSurface, EndDataFiveKeepsTheXPositions)
-{
-    ChartSurface chart;
-    chart.BeginData(Values, 1, 2);
-    chart.BeginData(XValues, 1, 2);
-    chart.SetXValue(0, 0, 3.0);
-    chart.SetXValue(0, 1, 4.0);
-    chart.EndData(Values);
-    chart.EndData(XValuesClosedByFive);
-    EXPECT_TRUE(chart.IsOpen(XValues));
-    EXPECT_TRUE(chart.HasXValues());
-    EXPECT_EQ(chart.SeriesList()[0].xs, (std::vector<double>{3.0, 4.0}));
 }
 
 }  // namespace

@@ -1,83 +1,77 @@
-// The interval cone plots of the classification results view, checked on the chart
-// model: which interval lands on which point, captions and legends in both unit
-// systems, the one-interval-short depth axis, and the silent end of a failing plot.
+// The plots of the result views on the chart model: which interval lands on which
+// point, the one-interval-short depth axis, and how each plot ends on a grid of one
+// interval.
 #include <gtest/gtest.h>
 
-#include <QChar>
+#include <array>
+#include <functional>
 
 #include "IntervalRecord.h"
+#include "support/ErrorOf.h"
 #include "views/ChartSurface.h"
+#include "views/IndexPlots.h"
 #include "views/Module_ConePlots.h"
 
 namespace pemlo {
 namespace {
 
-struct ConeCase {
-    Integer index;
-    Integer graphUnits;
-    QString caption;
-    ColorRef captionColour;
-    QString legend;
-    QString depthTitle;
-    const IntervalArray Declarations::*xs;
-};
-
-const QString Sq = QString(QChar(0x00B2));
-
-class ConePlotCases : public ::testing::TestWithParam<ConeCase> {};
-
-TEST_P(ConePlotCases, HoldsIntervalPPlusOneAtPointPWithItsCaptionAndLegend)
+// Every line chart of the two result views holds interval p + 1 at point p, against
+// its depth, with the depth axis from the first interval down to the second-to-last.
+TEST(IntervalPlots, HoldIntervalPPlusOneAtPointP)
 {
-    const ConeCase& c = GetParam();
     Declarations d;
-    testing::FillIntervals(d, 50, c.graphUnits);
-    ChartSurface chart;
-    Integer index = c.index;
-    ConePlot(d, index, chart);
-
-    EXPECT_EQ(chart.Title(2), c.caption);
-    EXPECT_EQ(chart.TitleColor(2), c.captionColour);
-    EXPECT_EQ(chart.AxisOf(ValueAxis).title, c.depthTitle);
-    ASSERT_EQ(chart.PointCount(), 50);
-    const ChartSurface::Series& s = chart.SeriesList().at(0);
-    EXPECT_EQ(s.legend, c.legend);
-    for (int p = 0; p < 50; ++p) {
-        EXPECT_EQ(s.values[p], static_cast<double>(d.IntDepth[p + 1])) << "point " << p;
-        EXPECT_EQ(s.xs[p], static_cast<double>((d.*c.xs)[p + 1])) << "point " << p;
+    testing::FillIntervals(d, 50, GraphSI);
+    ChartSurface tip, sleeve, ratio, u, v, uv;
+    for (Integer k = 0; k < 3; ++k) {
+        Integer index = k;
+        ConePlot(d, index, *std::array{&tip, &sleeve, &ratio}[static_cast<std::size_t>(k)]);
     }
-    // Depth grows downward from the first interval to the second-to-last.
-    EXPECT_EQ(chart.AxisOf(ValueAxis).max, static_cast<double>(d.IntDepth[1]));
-    EXPECT_EQ(chart.AxisOf(ValueAxis).min, static_cast<double>(d.IntDepth[49]));
     EXPECT_EQ(d.PlotIndex, 50);
-    EXPECT_EQ(chart.RefreshCount(), 1);
-    EXPECT_FALSE(chart.IsOpen(Values));
+    PlotIndexCharts(d, u, v, uv);
+    const struct {
+        const ChartSurface& chart;
+        std::size_t series;
+        const IntervalArray Declarations::*xs;
+    } cases[] = {{tip, 0, &Declarations::IntQTip}, {sleeve, 0, &Declarations::IntQSleeve}, {ratio, 0, &Declarations::IntRatio},
+                 {u, 0, &Declarations::IntU},       {v, 0, &Declarations::IntV},          {uv, 0, &Declarations::IntU},
+                 {uv, 1, &Declarations::IntV}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        const ChartSurface::Series& s = c.chart.SeriesList().at(c.series);
+        ASSERT_EQ(s.values.size(), 50u);
+        for (int p = 0; p < 50; ++p) {
+            EXPECT_EQ(s.values[p], static_cast<double>(d.IntDepth[p + 1])) << "point " << p;
+            EXPECT_EQ(s.xs[p], static_cast<double>((d.*c.xs)[p + 1])) << "point " << p;
+        }
+        EXPECT_EQ(c.chart.AxisOf(ValueAxis).max, static_cast<double>(d.IntDepth[1]));
+        EXPECT_EQ(c.chart.AxisOf(ValueAxis).min, static_cast<double>(d.IntDepth[49]));
+        EXPECT_EQ(c.chart.RefreshCount(), 1);
+    }
+    EXPECT_FALSE(tip.IsOpen(Values));
+    EXPECT_TRUE(uv.HasXValues()) << "the index charts' x positions stay in force";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    TipSleeveRatioInBothUnits, ConePlotCases,
-    ::testing::Values(
-        ConeCase{0, 0, " Tip Resistance (ton/ft" + Sq + ") ", 0xFF0000, "Tip Resistance [qc].", "Depth (ft)",
-                 &Declarations::IntQTip},
-        ConeCase{0, 1, " Tip Resistance (MPa)", 0xFF0000, "Tip Resistance [qc].", "Depth (m)",
-                 &Declarations::IntQTip},
-        ConeCase{1, 0, " Sleeve Resistance (ton/ft" + Sq + ") ", 0x00FF00, " Sleeve Resistance [fs] ", "",
-                 &Declarations::IntQSleeve},
-        ConeCase{1, 1, " Sleeve Resistance (MPa)", 0x00FF00, " Sleeve Resistance [fs] ", "",
-                 &Declarations::IntQSleeve},
-        ConeCase{2, 0, " Sleeve/Tip Ratio (%) ", 0x0000FF, " [Sleeve/tip] Ratio ", "", &Declarations::IntRatio},
-        ConeCase{2, 1, " Sleeve/Tip Ratio (%) ", 0x0000FF, " [Sleeve/tip] Ratio ", "",
-                 &Declarations::IntRatio}));
-
-TEST(ConePlot, OneIntervalEndsSilentlyAfterThePointsAndTheAxisMax)
+// With one interval a depth axis minimum would be read at interval 0: the results
+// view's plots end there silently, after their points and the axis maximum, with the
+// data left open (its soil plot too: ResultViews); the U and V view lets the index
+// error through.
+TEST(OneIntervalPlots, EndAfterTheirPointsAndTheAxisMax)
 {
-    // The axis minimum would be read at interval 0, outside the arrays.
     Declarations d;
-    testing::FillIntervals(d, 1, 1);
-    for (Integer index = 0; index <= 2; ++index) {
+    testing::FillIntervals(d, 1, GraphSI);
+    const struct {
+        const char* plot;
+        std::function<void(ChartSurface&)> run;
+        bool raises;
+    } cases[] = {
+        {"tip", [&](ChartSurface& c) { Integer k = 0; ConePlot(d, k, c); }, false},
+        {"U", [&](ChartSurface& c) { ChartSurface v, uv; PlotIndexCharts(d, c, v, uv); }, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.plot);
         ChartSurface chart;
-        Integer k = index;
-        EXPECT_NO_THROW(ConePlot(d, k, chart));
-        EXPECT_EQ(chart.SeriesList().at(0).values.at(0), static_cast<double>(d.IntDepth[1]));
+        EXPECT_EQ(test::ErrorOf([&] { c.run(chart); }), c.raises ? ErrSubscriptOutOfRange : 0);
+        EXPECT_FALSE(chart.SeriesList().at(0).values.empty());
         EXPECT_EQ(chart.AxisOf(ValueAxis).max, static_cast<double>(d.IntDepth[1]));
         EXPECT_FALSE(chart.AxisOf(ValueAxis).min.has_value());
         EXPECT_EQ(chart.RefreshCount(), 0);

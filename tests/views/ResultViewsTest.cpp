@@ -1,15 +1,13 @@
-// The classification results view and the U and V view as a user meets them: what
-// each load puts on the charts of a sounding, the window captions and the errors a
-// load lets through.
+// The classification results view and the U and V view: what a load puts on the
+// charts of a sounding, and the errors a load lets through.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
-#include <memory>
 
 #include "IntervalRecord.h"
-#include "core/Screens.h"
-#include "runtime/RunTimeError.h"
+#include "support/ScreenFixture.h"
+#include "support/ErrorOf.h"
 #include "views/ChartRender.h"
 #include "views/Frm_Pemlo01.h"
 #include "views/Frm_UandV.h"
@@ -19,30 +17,21 @@ namespace {
 
 // An SI sounding of readings every 5 cm down to `lastDepth`, with tip resistance
 // and friction that vary enough to give every soil type some probability.
-void MakeSounding(Declarations& d, double lastDepth)
+void MakeSounding(double lastDepth)
 {
-    d.DataFileName = "C:\\data\\s1.txt";
-    d.DataUnits = DataSI;
-    d.GraphUnits = GraphSI;
-    const int n = static_cast<int>(std::lround(lastDepth / 0.05));
-    for (int k = 1; k <= n; ++k) {
-        d.Depth[k] = static_cast<float>(0.05 * k);
-        d.Q_Tip[k] = static_cast<float>(2.0 + 1.5 * std::sin(k / 7.0) + 0.05 * k);
-        d.Q_Sleeve[k] = static_cast<float>(0.02 + 0.015 * (1.0 + std::cos(k / 5.0)));
-    }
-    d.NumLines = static_cast<Integer>(n);
+    std::vector<std::array<float, 3>> readings;
+    for (int k = 1; k <= std::lround(lastDepth / 0.05); ++k)
+        readings.push_back({static_cast<float>(0.05 * k), static_cast<float>(2.0 + 1.5 * std::sin(k / 7.0) + 0.05 * k),
+                            static_cast<float>(0.02 + 0.015 * (1.0 + std::cos(k / 5.0)))});
+    test::ScreenFixture::Readings(readings, DataSI, GraphSI);
 }
 
-class ResultViews : public ::testing::Test {
-protected:
-    void SetUp() override { Screens::Instance().Reset(), ResetRecord(); }
-    void TearDown() override { Screens::Instance().Reset(), ResetRecord(); }
-};
+using ResultViews = test::ScreenFixture;
 
 TEST_F(ResultViews, ResultsViewPlotsEveryIntervalInItsPlace)
 {
     Declarations& d = TheRecord();
-    MakeSounding(d, 5.05);  // 5.05 / 0.1 gives 50 intervals
+    MakeSounding(5.05);  // 5.05 / 0.1 gives 50 intervals
     Frm_Pemlo01 screen;
     ASSERT_EQ(d.NumIntervals, 50);
     EXPECT_EQ(d.PlotIndex, 50);
@@ -76,7 +65,7 @@ TEST_F(ResultViews, ResultsViewPlotsEveryIntervalInItsPlace)
 // view's plots end silently there, unlike the U and V view's (see IndexCharts).
 TEST_F(ResultViews, SoilPlotOfOneIntervalEndsSilentlyAfterItsPoints)
 {
-    MakeSounding(TheRecord(), 3.0);
+    MakeSounding(3.0);
     Frm_Pemlo01 screen;
     testing::FillIntervals(TheRecord(), 1, GraphSI);
     ChartSurface soil;
@@ -88,42 +77,20 @@ TEST_F(ResultViews, SoilPlotOfOneIntervalEndsSilentlyAfterItsPoints)
     EXPECT_EQ(soil.RefreshCount(), 0);
 }
 
-struct ViewCase {
-    const char* name;
-    std::function<QWidget*()> make;
-    const char* caption;
-};
-
-const ViewCase Views[] = {
-    {"Frm_Pemlo01", [] { return new Frm_Pemlo01; },
-     " Classification using: Korvu & Pemlo (1999) - File: C:\\data\\s1.txt"},
-    {"Frm_UandV", [] { return new Frm_UandV; }, " U and V Plot - File: C:\\data\\s1.txt"},
-};
-
-TEST_F(ResultViews, WindowCaptionsAndLoadErrorsOfBothViews)
+// A load lets the index error of a grid too small through, on both views.
+TEST_F(ResultViews, BothViewsLetAGridTooSmallFail)
 {
-    struct Case {
-        const char* what;
-        double lastDepth;   // 0: no readings at all
-        int error;
+    const std::pair<const char*, double> cases[] = {
+        {"one interval: its means read a second interval", 0.15},
+        {"no readings: the grid reads reading 0", 0.0},
     };
-    const Case cases[] = {
-        {"a sounding of 30 intervals loads", 3.0, 0},
-        {"one interval: its means read a second interval", 0.15, ErrSubscriptOutOfRange},
-        {"no readings: the grid reads reading 0", 0.0, ErrSubscriptOutOfRange},
-    };
-    for (const Case& c : cases) {
-        for (const ViewCase& v : Views) {
-            SCOPED_TRACE(std::string(c.what) + " on " + v.name);
-            ResetRecord();
-            MakeSounding(TheRecord(), c.lastDepth);
-            try {
-                std::unique_ptr<QWidget> screen(v.make());
-                EXPECT_EQ(c.error, 0) << "the load completed";
-                EXPECT_EQ(screen->windowTitle(), QString::fromLatin1(v.caption));
-            } catch (const RunTimeError& e) {
-                EXPECT_EQ(e.Number(), c.error);
-            }
+    for (const auto& [what, lastDepth] : cases) {
+        SCOPED_TRACE(what);
+        ResetRecord();
+        MakeSounding(lastDepth);
+        for (const std::function<void()>& load : {std::function<void()>([] { Frm_Pemlo01 view; }),
+                                                  std::function<void()>([] { Frm_UandV view; })}) {
+            EXPECT_EQ(test::ErrorOf(load), ErrSubscriptOutOfRange);
         }
     }
 }

@@ -1,0 +1,195 @@
+// The command line as a user meets it: pemlo-cli run on files, what it prints, the
+// files it writes and the status it ends with. One table for every command; each row
+// says what fault it would catch.
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "CliRun.h"
+#include "cli/Inputs.h"
+
+namespace pemlo::cli::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Ten readings every 0.2 down to 2.0: six intervals in English units.
+std::vector<std::string> TenReadings()
+{
+    std::vector<std::string> lines;
+    for (int i = 1; i <= 10; ++i) lines.push_back(std::to_string(0.2 * i) + "," + std::to_string(60 - 5 * i) + ",0.4");
+    return lines;
+}
+
+std::string Sounding(const char* name) { return std::string(PEMLO_SOUNDINGS_DIR) + "/" + name; }
+std::string Format(const char* path) { return std::string(PEMLO_FORMATS_DIR) + "/" + path; }
+
+// The small files the rows read, in the scratch folder: plain files with 10 title lines,
+// a symbolic-link loop and a sparse file far too large to be a cone data file.
+void WriteFixtures(const ScratchDir& scratch)
+{
+    const std::pair<const char*, std::vector<std::string>> plain[] = {
+        {"two.txt", {"1.0,2.0", "1.2,3.0"}},
+        {"shallow.txt", {"0.1,1,0.1", "0.2,1,0.1", "0.5,1,0.1"}},
+        {"shallower.txt", {"0.1,1,0.1", "0.2,1,0.1"}},
+        {"gap.txt", {"0.05,10,0.1", "1.35,10,0.1", "1.45,12,0.1"}},
+        {"ten.txt", TenReadings()},
+    };
+    for (const auto& [name, lines] : plain) WriteDataFile(scratch.File(name), 10, lines);
+    std::vector<std::string> kpa;  // SI, qc written in kPa
+    for (int i = 1; i <= 30; ++i) kpa.push_back(std::to_string(i * 0.05) + "," + std::to_string(2000 + i * 100) + ",0.05");
+    WriteDataFile(scratch.File("kpa.txt"), 10, kpa);
+    fs::create_symlink("loop", scratch.Path() / "loop");
+    std::ofstream(scratch.File("big.txt")).close();
+    fs::resize_file(scratch.File("big.txt"), 600ull << 20);  // sparse: costs no disk
+}
+
+struct CommandCase {
+    const char* catches;
+    std::vector<std::string> args;
+    int exitCode;
+    std::vector<std::string> err, out;  // each must appear
+    std::vector<std::string> ags = {};  // each must appear in out.ags; none: no out.ags is written
+};
+
+TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
+{
+    if (std::string(PEMLO_SOUNDINGS_DIR).empty() || std::string(PEMLO_FORMATS_DIR).empty())
+        GTEST_SKIP() << "no real files beside the repository";
+    const std::string b155283 = Sounding("b155283.txt"), b099543 = Sounding("b099543.txt");
+    const std::string ags = Format("ags/borssele_WFS1-2A.ags"), bam = Format("gef/bam_predrilled.gef");
+    const std::string mos = Format("gef/mos_inclination.gef");
+    const CommandCase cases[] = {
+        // Plain files and the run-time errors of the road.
+        {"a missing file taken for an empty result", {"classify", "missing.txt"}, 3,
+         {"Could not read data from file: the file does not exist"}, {}},
+        {"a mistyped option not stopping before any file is read", {"classify", "ten.txt", "--units", "si"}, 2, {"--units"}, {}},
+        {"a title line count out of range taken", {"classify", "ten.txt", "--title-lines", "16"}, 2, {"--title-lines"}, {}},
+        {"two columns waited on forever, as the desktop program does", {"classify", "two.txt"}, 3, {"(line 11) has 2 columns"}, {}},
+        {"the averaging's error without its step", {"classify", "shallow.txt"}, 4,
+         {"Run-time error '9': Subscript out of range in the averaging step"}, {}},
+        {"the grid's error without its step", {"classify", "shallower.txt"}, 4,
+         {"Run-time error '9': Subscript out of range in the grid step"}, {}},
+        {"error 11 without the intervals that hold no mean", {"classify", "gap.txt"}, 4,
+         {"Division by zero in the interval ratio step: intervals 1 to 4 hold no mean"}, {}},
+        {"a symbolic-link loop called a missing file", {"classify", "loop"}, 3, {"its path goes round a loop of symbolic links"}, {}},
+        {"a huge file read before it is refused", {"classify", "big.txt"}, 3,
+         {"too large to be a cone data file (600 MB); it was not read"}, {}},
+        {"a name too long called a missing file", {"classify", std::string(300, 'a') + ".txt"}, 3,
+         {"its name is too long for the system"}, {}},
+        // Imports: refusals, --strict, unit warnings, names, the record.
+        {"--strict letting dropped voids through", {"classify", "--strict", bam}, 3,
+         {"void rows dropped 301: 0-6 m (301)", "--strict: the import dropped 301 void rows"}, {}},
+        {"--strict letting a reorder through", {"readings", "--strict", Format("bro-xml/CPT000000155283.xml")}, 3,
+         {"moved 4 readings into depth order"}, {}},
+        {"qc in kPa in a plain file unremarked", {"classify", "kpa.txt", "--data-units", "si"}, 0,
+         {"warning: kpa.txt: median qc 3550 MPa exceeds 100 MPa: qc looks like kPa"}, {"interval,"}},
+        {"--strict letting a warning through", {"classify", "--strict", "kpa.txt", "--data-units", "si"}, 3, {"--strict: 1 unit warning"}, {}},
+        {"soundings not named FILE#ID in one table, or a GEF named so", {"classify", ags, mos}, 0,
+         {"imported " + ags + "#BH-WFS1-2A\n", "pushes 18 (CPT01 to CPT18)", "imported " + mos + "\n"},
+         {"file,interval,", "borssele_WFS1-2A.ags#BH-WFS1-2A,1,", "mos_inclination.gef,1,"}},
+        {"FILE#ID not naming one sounding", {"readings", ags + "#BH-WFS1-2A"}, 0, {}, {"index,depth"}},
+        {"an id the file does not hold", {"readings", ags + "#X"}, 3, {"no sounding X in the file; it holds BH-WFS1-2A"}, {}},
+        {"the record and warnings missing from JSON", {"classify", bam, "--format", "json"}, 0, {},
+         {"\"import\": {", "\"voidRuns\": [{\"rows\": 301, \"top\": 0, \"bottom\": 6}]", "\"predrilled\": 6", "\"warnings\": []"}},
+        {"JSON of a plain file without its import and warnings", {"readings", "kpa.txt", "--data-units", "si", "--format", "json"},
+         0, {}, {"\"import\": null", "\"warnings\": [\"median qc"}},
+        {"the --out-dir summary without the record", {"classify", ags, "--out-dir", "res"}, 0, {},
+         {"res/borssele_WFS1-2A#BH-WFS1-2A.csv (", "  rows read 1765;"}},
+        {"convert naming a sounding's file without its id", {"convert", ags, mos, "--out-dir", "conv"}, 0, {},
+         {"conv/borssele_WFS1-2A#BH-WFS1-2A.txt (1623 readings)", "conv/mos_inclination.txt (999 readings)"}},
+        {"convert writing more than 4000 readings, or suggesting no range",
+         {"convert", Format("gef/omegam_gef100_negative_depth.gef")}, 3, {"5939 readings", "(--from 0.005 --to 20)"}, {}},
+        {"plain-file options given to an import not noted", {"classify", mos, "--title-lines", "3"}, 0,
+         {"note: " + mos + ": --title-lines applies to plain ASCII files only"}, {}},
+        // Layers and AGS4.
+        {"a layers summary counting intervals instead of layers", {"layers", b155283, "--data-units", "si", "--out-dir", "lay"},
+         0, {}, {"(4 layers)\n1 of 1 files written to lay"}},
+        {"SI units or the SI minimum thickness in English graphs",
+         {"layers", b155283, "--data-units", "si", "--graph-units", "english", "--format", "table"}, 0, {},
+         {"(minimum thickness 1.64 ft, 5 intervals) in English units\nLayer  Top (ft)"}},
+        {"a layer's top not its first interval's depth - t/2 in double",
+         {"layers", b155283, b099543, "--data-units", "si", "--format", "json"}, 0, {},
+         {"\"minIntervals\": 5,\n  \"layers\": [\n    {\"layer\": 1, \"top\": 0.5799999944865704, "}},
+        {"a negative minimum thickness taken", {"layers", b155283, "--min-thickness", "-1"}, 2, {"--min-thickness"}, {}},
+        {"AGS4 depths written in feet", {"ags", b155283, "--data-units", "si", "--graph-units", "english", "-o", "out.ags"}, 2,
+         {"metres"}, {}},
+        {"a file breaking the AGS4 rules written anyway (one location twice)",
+         {"ags", b155283, b155283, "--data-units", "si", "-o", "out.ags"}, 1,
+         {"key headings present and unique: LOCA: key LOCA_ID = b155283 repeats"}, {}},
+        {"the project fields or the water table not written",
+         {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--number", "P-17", "--gwt", "1.5", "--cone-no", "C10"}, 0,
+         {}, {}, {"\"DATA\",\"P-17\"", "\"b155283\",\"b155283\",\"C10\",\"1.50\""}},
+    };
+    ScratchDir scratch;
+    WriteFixtures(scratch);
+    for (const CommandCase& c : cases) {
+        SCOPED_TRACE(c.catches);
+        fs::remove(scratch.Path() / "out.ags");
+        const CliRun run = RunCli(c.args, scratch);
+        EXPECT_EQ(run.exitCode, c.exitCode) << run.err;
+        for (const std::string& text : c.err) EXPECT_NE(run.err.find(text), std::string::npos) << text << "\n" << run.err;
+        for (const std::string& text : c.out) EXPECT_NE(run.out.find(text), std::string::npos) << text;
+        EXPECT_EQ(fs::exists(scratch.Path() / "out.ags"), !c.ags.empty());
+        for (const std::string& text : c.ags) EXPECT_NE(ReadAll(scratch.Path() / "out.ags").find(text), std::string::npos) << text;
+    }
+}
+
+// A batch goes on after a failed input, keeps its input order, and ends with the status
+// of the failure; the good soundings of a failed AGS4 batch still reach the file.
+TEST(CommandLine, GoesOnAfterAFailedInputAndSaysSoInItsStatus)
+{
+    ScratchDir scratch;
+    WriteDataFile(scratch.File("a.txt"), 10, TenReadings());
+    WriteDataFile(scratch.File("c.txt"), 10, TenReadings());
+    const CliRun run = RunCli({"classify", "a.txt", "b.txt", "c.txt"}, scratch);
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_NE(run.err.find("b.txt: Could not read data from file"), std::string::npos) << run.err;
+    const auto lines = Lines(run.out);
+    ASSERT_EQ(lines.size(), 13u) << run.out;  // one header, six intervals of each good file
+    EXPECT_EQ(lines[0], "file,interval,depth,qc,fs,ratio,u,v,sand,silt,clay");
+    EXPECT_EQ(lines[1].rfind("a.txt,1,", 0), 0u);
+    EXPECT_EQ(lines[12].rfind("c.txt,6,", 0), 0u);
+
+    const CliRun ags = RunCli({"ags", "a.txt", "b.txt", "--data-units", "si", "-o", "out.ags"}, scratch);
+    EXPECT_EQ(ags.exitCode, 3);
+    EXPECT_NE(ags.out.find("1 of 2 soundings"), std::string::npos) << ags.out;
+    EXPECT_NE(ReadAll(scratch.Path() / "out.ags").find("\"DATA\",\"a\""), std::string::npos);
+}
+
+TEST(CommandLine, WritesOneResultFilePerInputIntoTheOutputDirectory)
+{
+    ScratchDir scratch;
+    fs::create_directories(scratch.Path() / "x");
+    for (const char* name : {"a.txt", "b.txt", "x/a.txt"}) WriteDataFile(scratch.File(name), 10, TenReadings());
+    const CliRun single = RunCli({"classify", "a.txt"}, scratch);
+    const CliRun run = RunCli({"classify", "a.txt", "b.txt", "--out-dir", "results"}, scratch);
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    for (const char* name : {"a.csv", "b.csv"})
+        EXPECT_EQ(ReadAll(scratch.Path() / "results" / name), single.out) << name;  // the very output of a single run
+    EXPECT_NE(run.out.find("2 of 2 files written to results"), std::string::npos) << run.out;
+
+    // Two inputs that would write the same result file, and an output that is an input,
+    // are refused before anything is written.
+    const CliRun clash = RunCli({"classify", "a.txt", "x/a.txt", "--out-dir", "clash"}, scratch);
+    EXPECT_EQ(clash.exitCode, 2);
+    EXPECT_FALSE(fs::exists(scratch.Path() / "clash" / "a.csv"));
+    const CliRun over = RunCli({"ags", "a.txt", "--data-units", "si", "-o", "a.txt"}, scratch);
+    EXPECT_EQ(over.exitCode, 2) << over.err;
+    EXPECT_EQ(ReadAll(scratch.Path() / "a.txt").substr(0, 12), "title line 1");
+
+    // An id never leaves the output folder, and a GEF file's one sounding is named
+    // after the file alone.
+    formats::ImportedSounding s;
+    s.id = "../B 1/2";
+    const auto sounding = std::make_shared<const formats::ImportedSounding>(s);
+    EXPECT_EQ(ResultStem({"d/x.ags#../B 1/2", "d/x.ags", formats::FileFormat::Ags4, sounding, {}}), "x#.._B_1_2");
+    EXPECT_EQ(ResultStem({"d/x.gef", "d/x.gef", formats::FileFormat::Gef, sounding, {}}), "x");
+}
+
+}  // namespace
+}  // namespace pemlo::cli::test

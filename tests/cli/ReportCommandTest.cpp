@@ -1,0 +1,86 @@
+// pemlo-cli report: the page of each view in a PDF file of the paper asked for, the
+// header whole above the charts at the resolution asked for, and the status of each
+// failure with no PDF left behind. The PDF is read back with poppler's tools.
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "CliRun.h"
+
+namespace pemlo::cli::test {
+namespace {
+
+// What a command prints on standard output; empty when it cannot run.
+std::string Output(const std::string& command, const ScratchDir& scratch)
+{
+    const std::string out = scratch.File(".tool");
+    return std::system((command + " >'" + out + "' 2>/dev/null").c_str()) == 0 ? ReadAll(out) : std::string();
+}
+
+// The lowest edge, in points from the page's top, of the words of the header's second
+// row: the charts start 600 twips (30 points) down and paint out anything below that.
+double SecondHeaderRowBottom(const std::string& pdf, const ScratchDir& scratch)
+{
+    const std::string boxes = Output("pdftotext -bbox '" + pdf + "' -", scratch);
+    const std::regex word("yMax=\"([0-9.]+)\">(Location/No:|GWT:|Cone|No:)</word>");
+    double bottom = -1;
+    for (auto it = std::sregex_iterator(boxes.begin(), boxes.end(), word); it != std::sregex_iterator(); ++it)
+        bottom = std::max(bottom, std::stod((*it)[1]));
+    return bottom;
+}
+
+TEST(ReportCommand, WritesOnePagePerViewOrEndsWithTheFailuresStatus)
+{
+    if (std::string(PEMLO_SOUNDINGS_DIR).empty()) GTEST_SKIP() << "no soundings directory";
+    ScratchDir scratch;
+    if (Output("command -v pdftotext", scratch).empty()) GTEST_SKIP() << "no poppler-utils";
+    if (RunCli({"report", "--help"}, scratch).exitCode != 0) GTEST_SKIP() << "built without the report helper";
+    const std::string pdf = scratch.File("out.pdf");
+    const std::string sounding = PEMLO_SOUNDINGS_DIR "/b099543.txt";
+    const struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char* size;        // of the page, points
+        const char* caption;     // the word only this view's charts show, if any
+        std::string file = {};   // empty: the sounding
+    } cases[] = {
+        {{"--view", "cpt", "--paper", "letter", "--dpi", "300"}, 0, "792 x 612", ""},
+        {{"--view", "results", "--paper", "a4"}, 0, "842 x 595", "Probability"},
+        {{"--view", "UV", "--dpi", "1200"}, 0, "792 x 612", "In-situ"},
+        {{"--view", "cpt", "--dpi", "2400"}, 0, "792 x 612", ""},
+        {{"--view", "plan"}, 2, "", ""},
+        {{"--pdf", "/nonexistent/folder/out.pdf"}, 1, "", ""},
+        {{}, 3, "", "", "missing.txt"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> args{"report", c.file.empty() ? sounding : c.file, "--data-units", "si", "--number", "B099543"};
+        args.insert(args.end(), c.arguments.begin(), c.arguments.end());
+        if (std::find(args.begin(), args.end(), "--pdf") == args.end()) args.insert(args.end(), {"--pdf", pdf});
+        SCOPED_TRACE(args[1] + " " + args[6] + " " + args[7]);
+        std::filesystem::remove(pdf);
+        const CliRun run = RunCli(args, scratch);
+        ASSERT_EQ(run.exitCode, c.exitCode) << run.err;
+        if (c.exitCode != 0) {
+            EXPECT_FALSE(std::filesystem::exists(pdf));
+            continue;
+        }
+        const std::string info = Output("pdfinfo '" + pdf + "'", scratch);
+        EXPECT_TRUE(std::regex_search(info, std::regex("Pages:\\s+1\\n")));
+        EXPECT_NE(info.find(c.size), std::string::npos) << info;
+        const std::string text = Output("pdftotext '" + pdf + "' -", scratch);
+        EXPECT_NE(text.find("B099543"), std::string::npos);
+        for (const std::string caption : {"Probability", "In-situ"})
+            EXPECT_EQ(text.find(caption) != std::string::npos, caption == c.caption) << caption;
+        const double rowBottom = SecondHeaderRowBottom(pdf, scratch);
+        EXPECT_GT(rowBottom, 0.0) << "the second header row is printed";
+        EXPECT_LE(rowBottom, 30.0) << "the second header row stands above the charts";
+    }
+}
+
+}  // namespace
+}  // namespace pemlo::cli::test
