@@ -7,7 +7,7 @@ namespace pemlo::cli {
 
 namespace {
 
-std::string Number(double value) { return formats::MetresText(value); }
+std::string Number(double value) { return formats::ShortestText(value); }
 
 std::string Optional(const std::optional<double>& value) { return value ? Number(*value) : "null"; }
 

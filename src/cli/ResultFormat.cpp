@@ -351,20 +351,6 @@ std::string JsonHead(const RunFacts& facts, const std::string& extraUnits)
     return out;
 }
 
-std::string ShortestText(float value)
-{
-    std::array<char, 32> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return std::string(buffer.data(), result.ptr);
-}
-
-std::string ShortestText(double value)
-{
-    std::array<char, 32> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return std::string(buffer.data(), result.ptr);
-}
-
 std::string FixedText(double value, int decimals)
 {
     std::array<char, 400> buffer{};

@@ -11,6 +11,7 @@
 
 #include "core/Declarations.h"
 #include "formats/ImportedSounding.h"
+#include "formats/TextDecoding.h"
 
 namespace pemlo::cli {
 
@@ -26,9 +27,7 @@ struct RunFacts {
     std::vector<std::string> warnings;                    // the unit check's
 };
 
-// Shortest round-trip text of a single-precision or double value ("57.5", "1e-05").
-std::string ShortestText(float value);
-std::string ShortestText(double value);
+using formats::ShortestText;
 
 // Fixed-point text with the given number of decimals ("0.7826"), for tables. A value
 // that rounds to zero reads 0, not -0.

@@ -40,8 +40,8 @@ std::string DepthSuggestion(const std::vector<float>& depths)
 {
     std::size_t last = MaxReadings;  // readings 1..last
     while (last > 1 && depths[last] == depths[last - 1]) --last;
-    return MetresText(depths.front()) + " to " + MetresText(depths[last - 1]) + " m (--from " +
-           MetresText(depths.front()) + " --to " + MetresText(depths[last - 1]) + ")";
+    return ShortestText(depths.front()) + " to " + ShortestText(depths[last - 1]) + " m (--from " +
+           ShortestText(depths.front()) + " --to " + ShortestText(depths[last - 1]) + ")";
 }
 
 }  // namespace
@@ -75,8 +75,8 @@ ConeDataFile ConeDataFileOf(const ImportedSounding& s, const ProjectInfo& projec
         file.qc.push_back(s.qc[i]);
         file.fs.push_back(s.fs[i]);
     }
-    const std::string range = from || to ? " between " + (from ? MetresText(*from) : std::string("the top")) + " and " +
-                                                (to ? MetresText(*to) + " m" : std::string("the bottom"))
+    const std::string range = from || to ? " between " + (from ? ShortestText(*from) : std::string("the top")) + " and " +
+                                                (to ? ShortestText(*to) + " m" : std::string("the bottom"))
                                          : std::string();
     if (depth.empty()) {
         file.refusal = "no readings" + range + " to write";

@@ -1,7 +1,6 @@
 #include "formats/ImportRecord.h"
 
-#include <array>
-#include <charconv>
+#include "formats/TextDecoding.h"
 
 namespace pemlo::formats {
 
@@ -14,8 +13,8 @@ std::string RunText(const VoidRun& run)
 {
     std::string text;
     if (!run.top) text = "depth void";
-    else if (*run.top == *run.bottom) text = MetresText(*run.top) + " m";
-    else text = MetresText(*run.top) + "-" + MetresText(*run.bottom) + " m";
+    else if (*run.top == *run.bottom) text = ShortestText(*run.top) + " m";
+    else text = ShortestText(*run.top) + "-" + ShortestText(*run.bottom) + " m";
     return text + " (" + std::to_string(run.rows) + ")";
 }
 
@@ -42,24 +41,10 @@ std::string FormatName(FileFormat format)
     return "plain ASCII";
 }
 
-std::string MetresText(double metres)
-{
-    std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), metres).ptr;
-    return std::string(buffer.data(), end);
-}
-
-std::string MetresText(float metres)
-{
-    std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), metres).ptr;
-    return std::string(buffer.data(), end);
-}
-
 std::string DescribeColumn(const ColumnUse& c)
 {
     std::string text = c.source + " [" + c.unit;
-    if (c.divisor != 1) text += ", /" + MetresText(c.divisor);
+    if (c.divisor != 1) text += ", /" + ShortestText(c.divisor);
     return text + "]";
 }
 
@@ -71,7 +56,7 @@ std::vector<std::string> DescribeImport(const ImportedSounding& s)
     columns.pop_back();
     std::string kept = "readings kept " + std::to_string(r.kept);
     if (!s.depth.empty())
-        kept += ", " + MetresText(s.depth.front()) + " to " + MetresText(s.depth.back()) + " m";
+        kept += ", " + ShortestText(s.depth.front()) + " to " + ShortestText(s.depth.back()) + " m";
     if (!s.pushes.empty())
         kept += "; pushes " + std::to_string(s.pushes.size()) + " (" + s.pushes.front().testNumber +
                 (s.pushes.size() > 1 ? " to " + s.pushes.back().testNumber : std::string()) + ")";
@@ -81,7 +66,7 @@ std::vector<std::string> DescribeImport(const ImportedSounding& s)
         columns,
         "rows read " + std::to_string(r.rowsRead) + "; " + VoidText(r) + "; depths negated: " +
             (r.negated ? "yes" : "no") + "; moved by the sort: " + std::to_string(r.sortMoved) +
-            "; pre-drilled depth: " + (r.predrilled ? MetresText(*r.predrilled) + " m" : "not stated"),
+            "; pre-drilled depth: " + (r.predrilled ? ShortestText(*r.predrilled) + " m" : "not stated"),
         kept,
     };
 }

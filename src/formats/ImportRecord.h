@@ -17,10 +17,6 @@ std::vector<std::string> DescribeImport(const ImportedSounding& s);
 // empty when it changed nothing.
 std::string ChangesMade(const ImportRecord& r);
 
-// Shortest text of a depth in metres ("0.01", "19.97"), of a double or a single value.
-std::string MetresText(double metres);
-std::string MetresText(float metres);
-
 // A column as the record names it: "quantity 2 [MPa]", "SCPT_FRES [kN/m2, /1000]".
 std::string DescribeColumn(const ColumnUse& c);
 

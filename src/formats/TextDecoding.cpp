@@ -1,5 +1,6 @@
 #include "formats/TextDecoding.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -166,6 +167,20 @@ std::string Quoted(std::string_view field)
     std::string out = "'";
     for (char c : field.substr(0, Shown)) out += (static_cast<unsigned char>(c) < 0x20) ? '?' : c;
     return out + (field.size() > Shown ? "...'" : "'");
+}
+
+std::string ShortestText(float value)
+{
+    std::array<char, 32> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return std::string(buffer.data(), result.ptr);
+}
+
+std::string ShortestText(double value)
+{
+    std::array<char, 32> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return std::string(buffer.data(), result.ptr);
 }
 
 }  // namespace pemlo::formats
