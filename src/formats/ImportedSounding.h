@@ -54,12 +54,14 @@ struct ImportRecord {
     int kept = 0;
 };
 
-// An AGS4 push: its test number and the depths of its kept readings.
+// An AGS4 push: its test number, the depths of its kept readings and the cone it
+// was made with.
 struct Push {
     std::string testNumber;  // SCPG_TESN
     int readings = 0;
     float top = 0.0f;
     float bottom = 0.0f;
+    std::string reference;   // SCPG_REF; empty where the file gives none
 };
 
 struct ImportedSounding {
