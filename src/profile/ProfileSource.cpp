@@ -27,7 +27,8 @@ ProfileSource SourceOfSounding(const std::string& name, const std::string& path,
 {
     ProfileSource source{name, {}, {}, sounding.project};
     source.locaId = !sounding.locaId.empty() ? sounding.locaId : !sounding.id.empty() ? sounding.id : StemOf(path);
-    for (const formats::Push& push : sounding.pushes) source.pushes.push_back({push.testNumber, push.top, push.bottom, push.reference});
+    for (const formats::Push& push : sounding.pushes)
+        source.pushes.push_back({push.testNumber, push.top, push.bottom, push.reference});
     if (source.pushes.empty() && !sounding.depth.empty())
         source.pushes.push_back({source.locaId, sounding.depth.front(), sounding.depth.back(), {}});
     return source;
