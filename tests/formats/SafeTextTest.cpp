@@ -1,0 +1,59 @@
+// Text from a file on its way to the terminal, JSON and file names: whatever bytes a
+// file holds, what comes out is valid UTF-8 without control characters.
+#include <gtest/gtest.h>
+
+#include "formats/SafeText.h"
+#include "formats/TextDecoding.h"
+
+namespace pemlo::formats {
+namespace {
+
+TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8)
+{
+    const struct {
+        const char* catches;
+        std::string text;
+        std::string terminal, json, fileName;
+    } cases[] = {
+        {"an escape sequence or a bell reaching the terminal", "A\x1B[31mB\x07", "A\\x1B[31mB\\x07", "A\\u001B[31mB\\u0007",
+         "A__31mB_"},
+        {"bytes that are no UTF-8 passed on", "X\xFF\xFEY", "X\\xFF\\xFEY", "X\xEF\xBF\xBD\xEF\xBF\xBDY", "X__Y"},
+        {"a C1 control (U+009B, a terminal's CSI) taken for a letter", "a\xC2\x9B" "b", "a\\xC2\\x9Bb", "a\\u009Bb", "a_b"},
+        {"a line end escaped on the terminal, or a tab kept", "1\n2\t3", "1\n2\\x093", "1\\n2\\t3", "1_2_3"},
+        {"an overlong form or a surrogate taken for UTF-8", "\xC0\xAF\xED\xA0\x80", "\\xC0\\xAF\\xED\\xA0\\x80",
+         "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "_____"},
+        {"letters beyond ASCII or JSON's quote and backslash mangled", "S\xC3\xB6 \"q\\", "S\xC3\xB6 \"q\\",
+         "S\xC3\xB6 \\\"q\\\\", "S\xC3\xB6__q_"},
+        {"a path leaving the folder through a name", "../B 1/2", "../B 1/2", "../B 1/2", ".._B_1_2"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.catches);
+        EXPECT_EQ(TerminalText(c.text), c.terminal);
+        EXPECT_EQ(JsonStringContent(c.text), c.json);
+        EXPECT_EQ(FileNamePart(c.text), c.fileName);
+        EXPECT_TRUE(IsValidUtf8(TerminalText(c.text)) && IsValidUtf8(JsonStringContent(c.text)) &&
+                    IsValidUtf8(FileNamePart(c.text)));
+    }
+}
+
+TEST(SafeText, CutsAFieldOnACharacterBoundary)
+{
+    const std::string o = "\xC3\xB6", euro = "\xE2\x82\xAC";
+    const struct {
+        const char* catches;
+        std::string text;
+        std::size_t max;
+        std::string cut;
+    } cases[] = {
+        {"half of a two-byte character left at the end", "ab" + o, 3, "ab"},
+        {"two thirds of a three-byte character left", "a" + euro, 3, "a"},
+        {"a whole character at the end cut off", "a" + euro + "b", 4, "a" + euro},
+        {"a short text changed", "abc", 40, "abc"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(CutText(c.text, c.max), c.cut) << c.catches;
+    EXPECT_EQ(Quoted(std::string(39, 'a') + o + "z"), "'" + std::string(39, 'a') + "...'")
+        << "a quoted field cut inside a character";
+}
+
+}  // namespace
+}  // namespace pemlo::formats
