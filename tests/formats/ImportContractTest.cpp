@@ -219,13 +219,8 @@ TEST(BroXmlReader, EachCptObjectWithItsColumnsNamedByTheParametersList)
 // small fraction of a second (bench_cli prints the figures).
 TEST(FileImport, ReadsFilesBuiltToBeSlowInTimeLinearInTheirSize)
 {
-    const struct {
-        const char* catches;
-        std::string text;
-        std::size_t soundings;
-        std::size_t coneNo;   // the length of the first sounding's cone number
-        const char* version;
-    } cases[] = {
+    // soundings, the length of the first one's cone number (each distinct cone once), the version
+    const struct { const char* catches; std::string text; std::size_t soundings, coneNo; const char* version; } cases[] = {
         {"the cone references of all pushes joined and searched once per push", test::ManyPushesAgs4(10000), 1,
          10000 * 50 + 9999 * 3, ""},
         {"the root's attributes looked through once per CPT object", test::ManyRootAttributesBroXml(10000, 500000),
@@ -235,12 +230,12 @@ TEST(FileImport, ReadsFilesBuiltToBeSlowInTimeLinearInTheirSize)
         SCOPED_TRACE(c.catches);
         const auto start = std::chrono::steady_clock::now();
         const FileImport f = Import(c.text);
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
         ASSERT_EQ(f.refusal, "");
         ASSERT_EQ(f.soundings.size(), c.soundings);
-        EXPECT_EQ(f.soundings.front().project.coneNo.size(), c.coneNo) << "each distinct cone named once";
+        EXPECT_EQ(f.soundings.front().project.coneNo.size(), c.coneNo);
         EXPECT_EQ(f.soundings.back().version, c.version);
-        EXPECT_LT(seconds, 2.0) << "the order of a quadratic reader";
+        EXPECT_LT(seconds.count(), 2.0) << "the order of a quadratic reader";
     }
 }
 

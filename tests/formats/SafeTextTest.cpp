@@ -10,11 +10,7 @@ namespace {
 
 TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8)
 {
-    const struct {
-        const char* catches;
-        std::string text;
-        std::string terminal, json, fileName;
-    } cases[] = {
+    const struct { const char* catches; std::string text, terminal, json, fileName; } cases[] = {
         {"an escape sequence or a bell reaching the terminal", "A\x1B[31mB\x07", "A\\x1B[31mB\\x07", "A\\u001B[31mB\\u0007",
          "A__31mB_"},
         {"bytes that are no UTF-8 passed on", "X\xFF\xFEY", "X\\xFF\\xFEY", "X\xEF\xBF\xBD\xEF\xBF\xBDY", "X__Y"},
@@ -24,35 +20,21 @@ TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8)
          "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "_____"},
         {"letters beyond ASCII or JSON's quote and backslash mangled", "S\xC3\xB6 \"q\\", "S\xC3\xB6 \"q\\",
          "S\xC3\xB6 \\\"q\\\\", "S\xC3\xB6__q_"},
-        {"a path leaving the folder through a name", "../B 1/2", "../B 1/2", "../B 1/2", ".._B_1_2"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.catches);
         EXPECT_EQ(TerminalText(c.text), c.terminal);
         EXPECT_EQ(JsonStringContent(c.text), c.json);
         EXPECT_EQ(FileNamePart(c.text), c.fileName);
-        EXPECT_TRUE(IsValidUtf8(TerminalText(c.text)) && IsValidUtf8(JsonStringContent(c.text)) &&
-                    IsValidUtf8(FileNamePart(c.text)));
     }
 }
 
+// A field cut short ends on a whole character, never in the middle of one.
 TEST(SafeText, CutsAFieldOnACharacterBoundary)
 {
-    const std::string o = "\xC3\xB6", euro = "\xE2\x82\xAC";
-    const struct {
-        const char* catches;
-        std::string text;
-        std::size_t max;
-        std::string cut;
-    } cases[] = {
-        {"half of a two-byte character left at the end", "ab" + o, 3, "ab"},
-        {"two thirds of a three-byte character left", "a" + euro, 3, "a"},
-        {"a whole character at the end cut off", "a" + euro + "b", 4, "a" + euro},
-        {"a short text changed", "abc", 40, "abc"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(CutText(c.text, c.max), c.cut) << c.catches;
-    EXPECT_EQ(Quoted(std::string(39, 'a') + o + "z"), "'" + std::string(39, 'a') + "...'")
-        << "a quoted field cut inside a character";
+    EXPECT_EQ(Quoted(std::string(39, 'a') + "\xC3\xB6z"), "'" + std::string(39, 'a') + "...'") << "half a letter left";
+    EXPECT_EQ(CutText("a\xE2\x82\xAC" "b", 3), "a") << "two thirds of a three-byte character left";
+    EXPECT_EQ(CutText("a\xE2\x82\xAC" "b", 4), "a\xE2\x82\xAC") << "a whole character cut off";
 }
 
 }  // namespace
