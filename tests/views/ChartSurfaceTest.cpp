@@ -32,6 +32,30 @@ TEST(ChartSurface, BeginDataDiscardsPointsButKeepsSettings)
     EXPECT_EQ(chart.AxisOf(ValueAxis).max, 100.0);
 }
 
+// The drawing reads each setting by name: a name reading the wrong code would draw
+// markers as wide as lines, a plot shifted, or the printed legend on the wrong side.
+TEST(ChartSurface, NamedSettingsReadTheCodesTheScreensSet)
+{
+    ChartSurface chart;
+    chart.SetPlotSettingA(50);
+    chart.SetPlotSettingB(20);
+    chart.SetPlotSettingC(5);
+    chart.SetPlotSettingD(2);
+    EXPECT_EQ((std::vector<int>{chart.LeftMargin(), chart.RightMargin(), chart.MarkerSize(), chart.LineWidth()}),
+              (std::vector<int>{50, 20, 5, 2}));
+    for (auto [place, below] : {std::pair{256, true}, {0, false}, {512, false}, {768, true}}) {
+        chart.SetPrintOptionB(place);
+        EXPECT_EQ(chart.PrintedLegendBelow(), below) << place;
+    }
+    chart.SetSeriesStyle(1, 1);
+    chart.BeginData(Values, 2, 1);
+    EXPECT_FALSE(chart.Stacked()) << "only the first series' style stacks the block";
+    chart.SetSeriesStyle(0, 1);
+    EXPECT_TRUE(chart.Stacked());
+    chart.BeginData(Values, 0, 0);
+    EXPECT_FALSE(chart.Stacked()) << "styles alone, without a data block, stack nothing";
+}
+
 // The screens' traps end a plot at the first write outside the block it opened.
 TEST(ChartSurface, PointsOutsideTheOpenBlockRaiseSubscriptOutOfRange)
 {
