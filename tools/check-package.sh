@@ -48,7 +48,8 @@ grep -qx 'Exec=pemlo' "$desktop" || fail "the desktop entry does not start pemlo
 grep -qx 'Icon=pemlo-cpt' "$desktop" || fail "the desktop entry names another icon"
 grep -Eq '^Categories=(.*;)?Science;(.*;)?Engineering;' "$desktop" ||
   grep -Eq '^Categories=(.*;)?Engineering;(.*;)?Science;' "$desktop" || fail "categories"
-grep -q '^MimeType=.' "$desktop" || fail "the desktop entry names no file type"
+# The program takes no file name, so it must not be offered for opening files.
+! grep -q '^MimeType=' "$desktop" || fail "the desktop entry declares a file type the program cannot open"
 
 # The manual renders without a warning and covers the whole command line.
 manual=$root/usr/share/man/man1/pemlo-cli.1.gz
