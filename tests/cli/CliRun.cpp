@@ -51,8 +51,7 @@ CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch, c
     for (const std::string& arg : args) command += ' ' + ShellQuoted(arg);
     command += " >" + ShellQuoted(out.string()) + " 2>" + ShellQuoted(err.string()) + " </dev/null";
     const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, stdoutPath.empty() ? ReadAll(out) : std::string(),
-            ReadAll(err)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, stdoutPath.empty() ? ReadAll(out) : "", ReadAll(err)};
 }
 
 void WriteDataFile(const std::string& path, int titleLines, const std::vector<std::string>& dataLines)

@@ -94,8 +94,8 @@ TEST(ReportCommand, WritesOnePagePerViewOrEndsWithTheFailuresStatus)
         EXPECT_GT(rowBottom, 0.0) << "the second header row is printed";
         EXPECT_LE(rowBottom, 30.0) << "the second header row stands above the charts";
     }
-    EXPECT_EQ(ReadAll(scratch.Path() / "in.txt"), ReadAll(sounding)) << "the input written over";
-    EXPECT_TRUE(std::filesystem::is_directory(scratch.Path() / "folder") && std::filesystem::is_character_file("/dev/null"));
+    EXPECT_TRUE(ReadAll(scratch.Path() / "in.txt") == ReadAll(sounding) && std::filesystem::is_directory(scratch.File("folder")))
+        << "the input or a directory written over";
 }
 
 }  // namespace

@@ -8,9 +8,9 @@ std::string ManyPushesAgs4(int pushes)
     std::string scpt = "\"GROUP\",\"SCPT\"\r\n\"HEADING\",\"LOCA_ID\",\"SCPG_TESN\",\"SCPT_DPTH\",\"SCPT_RES\","
                        "\"SCPT_FRES\"\r\n\"UNIT\",\"\",\"\",\"m\",\"MPa\",\"MPa\"\r\n";
     for (int i = 0; i < pushes; ++i) {
-        const std::string number = std::to_string(100000 + i % 100000), push = "\"L\",\"T" + std::to_string(i) + "\"";
-        scpg += "\"DATA\"," + push + ",\"R" + number.substr(1) + std::string(44, 'x') + "\"\r\n";
-        scpt += "\"DATA\"," + push + ",\"" + std::to_string(0.02 * (i + 1)) + "\",\"5\",\"0.05\"\r\n";
+        const std::string push = "\"DATA\",\"L\",\"T" + std::to_string(i) + "\",\"";
+        scpg += push + "R" + std::to_string(100000 + i % 100000).substr(1) + std::string(44, 'x') + "\"\r\n";
+        scpt += push + std::to_string(0.02 * (i + 1)) + "\",\"5\",\"0.05\"\r\n";
     }
     return scpg + "\r\n" + scpt;
 }

@@ -8,18 +8,17 @@
 namespace pemlo::formats {
 namespace {
 
-TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8)
+TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8AndCutsOnACharacter)
 {
     const struct { const char* catches; std::string text, terminal, json, fileName; } cases[] = {
         {"an escape sequence or a bell reaching the terminal", "A\x1B[31mB\x07", "A\\x1B[31mB\\x07", "A\\u001B[31mB\\u0007",
          "A__31mB_"},
         {"bytes that are no UTF-8 passed on", "X\xFF\xFEY", "X\\xFF\\xFEY", "X\xEF\xBF\xBD\xEF\xBF\xBDY", "X__Y"},
         {"a C1 control (U+009B, a terminal's CSI) taken for a letter", "a\xC2\x9B" "b", "a\\xC2\\x9Bb", "a\\u009Bb", "a_b"},
-        {"a line end escaped on the terminal, or a tab kept", "1\n2\t3", "1\n2\\x093", "1\\n2\\t3", "1_2_3"},
         {"an overlong form or a surrogate taken for UTF-8", "\xC0\xAF\xED\xA0\x80", "\\xC0\\xAF\\xED\\xA0\\x80",
          "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "_____"},
-        {"letters beyond ASCII or JSON's quote and backslash mangled", "S\xC3\xB6 \"q\\", "S\xC3\xB6 \"q\\",
-         "S\xC3\xB6 \\\"q\\\\", "S\xC3\xB6__q_"},
+        {"a line end, tab, quote, backslash or letter beyond ASCII mangled", "S\xC3\xB6\n\t\"\\", "S\xC3\xB6\n\\x09\"\\",
+         "S\xC3\xB6\\n\\t\\\"\\\\", "S\xC3\xB6____"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.catches);
@@ -27,14 +26,7 @@ TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8)
         EXPECT_EQ(JsonStringContent(c.text), c.json);
         EXPECT_EQ(FileNamePart(c.text), c.fileName);
     }
-}
-
-// A field cut short ends on a whole character, never in the middle of one.
-TEST(SafeText, CutsAFieldOnACharacterBoundary)
-{
     EXPECT_EQ(Quoted(std::string(39, 'a') + "\xC3\xB6z"), "'" + std::string(39, 'a') + "...'") << "half a letter left";
-    EXPECT_EQ(CutText("a\xE2\x82\xAC" "b", 3), "a") << "two thirds of a three-byte character left";
-    EXPECT_EQ(CutText("a\xE2\x82\xAC" "b", 4), "a\xE2\x82\xAC") << "a whole character cut off";
 }
 
 }  // namespace
