@@ -1,9 +1,8 @@
 // The normalised soil behaviour type as layers and ags carry it, on the real files with
-// u2: ags --readings reads back to sbt's values at each heading's decimals, each push
-// states the area ratio its readings used, and layers and ags agree on every layer.
+// u2: each push states the area ratio its readings used, and layers and ags agree on
+// every layer. (tools/check-sbt.py reads ags --readings back against sbt.)
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
 
 #include "cli/CliRun.h"
@@ -31,17 +30,7 @@ std::vector<std::map<std::string, std::string>> Table(const std::string& csv)
     return rows;
 }
 
-// Written at `decimals`, the text reads back to the value (empty to empty).
-void ExpectAt(const std::string& written, const std::string& value, int decimals, const std::string& what)
-{
-    if (value.empty() || written.empty()) {
-        EXPECT_EQ(written, value) << what;
-        return;
-    }
-    EXPECT_NEAR(std::stod(written), std::stod(value), 0.5 * std::pow(10.0, -decimals) * (1 + 1e-9)) << what;
-}
-
-TEST(Yardstick, AgsReadingsReadBackToSbtAndLayersAgreeWithAgs)
+TEST(Yardstick, LayersAndAgsAgreeAndEachPushStatesItsAreaRatio)
 {
     if (std::string(PEMLO_FORMATS_DIR).empty()) GTEST_SKIP() << "the formats folder was not found";
     const struct { const char* file; std::map<std::string, std::string> areaRatioOfPush; } cases[] = {
@@ -53,25 +42,15 @@ TEST(Yardstick, AgsReadingsReadBackToSbtAndLayersAgreeWithAgs)
         SCOPED_TRACE(c.file);
         ScratchDir scratch;
         const std::string path = std::string(PEMLO_FORMATS_DIR) + "/" + c.file;
-        const auto sbt = Table(RunCli({"sbt", path}, scratch).out);
         const auto layers = Table(RunCli({"layers", path}, scratch).out);
         ASSERT_EQ(RunCli({"ags", path, "--readings", "-o", "out.ags"}, scratch).exitCode, 0);
         std::vector<profile::AgsFinding> findings;
         const std::string text = ReadAll(scratch.Path() / "out.ags");
         EXPECT_TRUE(profile::CheckAgs4(text).empty());
         const profile::AgsFile file = profile::ReadAgs4(text, findings);
-        const profile::AgsGroup* scpt = file.Find("SCPT");
         const profile::AgsGroup* scpp = file.Find("SCPP");
         const profile::AgsGroup* scpg = file.Find("SCPG");
-        ASSERT_TRUE(scpt && scpp && scpg);
-        ASSERT_EQ(scpt->rows.size(), sbt.size());
-        const std::pair<const char*, std::pair<const char*, int>> headings[] = {
-            {"SCPT_DPTH", {"depth", 3}}, {"SCPT_PWP2", {"u2", 4}}, {"SCPT_QT", {"qt", 4}},
-            {"SCPT_CPOD", {"sigma_v0_eff", 2}}, {"SCPT_NFR", {"fr", 4}}, {"SCPT_QTN", {"qtn", 4}},
-            {"SCPT_CIC", {"ic", 4}}, {"SCPT_SBTN", {"zone", 0}}};
-        for (std::size_t i = 0; i < sbt.size(); ++i)
-            for (const auto& [heading, column] : headings)
-                ExpectAt(scpt->Value(scpt->rows[i], heading), sbt[i].at(column.first), column.second, heading);
+        ASSERT_TRUE(scpp && scpg && file.Find("SCPT"));
         for (const auto& row : scpg->rows) {
             const auto push = c.areaRatioOfPush.find(scpg->Value(row, "SCPG_TESN"));
             const std::string expected = push == c.areaRatioOfPush.end() ? "" : push->second;
@@ -79,7 +58,8 @@ TEST(Yardstick, AgsReadingsReadBackToSbtAndLayersAgreeWithAgs)
         }
         ASSERT_EQ(scpp->rows.size(), layers.size());
         for (std::size_t k = 0; k < layers.size(); ++k) {
-            ExpectAt(scpp->Value(scpp->rows[k], "SCPP_CIC"), layers[k].at("ic"), 1, "SCPP_CIC");
+            const std::string ic = scpp->Value(scpp->rows[k], "SCPP_CIC");
+            EXPECT_NEAR(std::stod(ic), std::stod(layers[k].at("ic")), 0.05 + 1e-12) << k;
             EXPECT_EQ(scpp->Value(scpp->rows[k], "SCPP_SBTN"), layers[k].at("sbtn"));
         }
     }
