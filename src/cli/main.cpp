@@ -14,6 +14,7 @@
 #include "cli/LayersCommand.h"
 #include "cli/ReadingsCommand.h"
 #include "cli/ReportHandover.h"
+#include "cli/SbtCommand.h"
 
 namespace {
 
@@ -25,7 +26,8 @@ struct Command {
 constexpr Command Commands[] = {
     {"classify", pemlo::cli::AddClassifyCommand}, {"readings", pemlo::cli::AddReadingsCommand},
     {"convert", pemlo::cli::AddConvertCommand},   {"layers", pemlo::cli::AddLayersCommand},
-    {"ags", pemlo::cli::AddAgsCommand},           {"report", pemlo::cli::AddReportEntry},
+    {"ags", pemlo::cli::AddAgsCommand},           {"sbt", pemlo::cli::AddSbtCommand},
+    {"report", pemlo::cli::AddReportEntry},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,6 +18,7 @@ struct PushRange {
     double top = 0.0;
     double base = 0.0;
     std::string reference;  // the cone it was made with; empty: the project's cone number
+    std::optional<double> areaRatio = std::nullopt;  // the one the normalised soil behaviour type used
 };
 
 struct ProfileSource {
