@@ -2,13 +2,12 @@
 
 #include <CLI/CLI.hpp>
 
-#include <charconv>
-#include <cmath>
 #include <memory>
 
 #include "cli/BatchOutput.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/SbtFormat.h"
+#include "cli/YardstickOptions.h"
 #include "sbtn/SbtnInputs.h"
 
 namespace pemlo::cli {
@@ -19,9 +18,7 @@ struct SbtState {
     RoadCommandOptions options;
     std::vector<std::string> files;
     std::string outDir;
-    sbtn::SbtnOptions sbtn;
-    std::string unitWeight = "auto";
-    int u2Column = 0;
+    YardstickOptions yardstick;
 };
 
 // What a plain file's road that failed says, in the words classify uses: the road is
@@ -54,7 +51,7 @@ FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, 
     if (!input.refusal.empty()) return Failed(ExitReadFailed, input.refusal);
     if (auto refused = StrictRefusal(state.options, input)) return *refused;
     const RoadOptions road = ToRoadOptions(state.options, input);
-    sbtn::GatherResult gathered = sbtn::GatherSbtnReadings(road, state.u2Column);
+    sbtn::GatherResult gathered = sbtn::GatherSbtnReadings(road, state.yardstick.u2Column);
     std::string notes = InputNotes(state.options, input, recordInNotes);
     for (const std::string& warning : gathered.road.warnings)
         notes += "pemlo-cli: warning: " + input.name + ": " + warning + "\n";
@@ -66,7 +63,7 @@ FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, 
                                           (gathered.road.warnings.size() == 1 ? "" : "s"),
                       notes);
 
-    auto result = std::make_shared<const sbtn::SbtnResult>(sbtn::ComputeSbtn(gathered.readings, state.sbtn));
+    auto result = std::make_shared<const sbtn::SbtnResult>(sbtn::ComputeSbtn(gathered.readings, state.yardstick.sbtn));
     if (!result->refusal.empty()) return Failed(ExitReadFailed, result->refusal, notes);
     SbtFacts facts{{input.name, input.sounding ? Integer{DataSI} : static_cast<Integer>(state.options.dataUnits),
                     GraphSI, static_cast<int>(result->rows.size()), nullptr, gathered.road.warnings},
@@ -86,50 +83,6 @@ FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, 
     return outcome;
 }
 
-// "auto" or a number, as --unit-weight takes it.
-std::optional<double> ParseUnitWeight(const std::string& text)
-{
-    if (CLI::detail::to_lower(text) == "auto") return std::nullopt;
-    double value = 0.0;
-    const auto r = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (r.ec != std::errc{} || r.ptr != text.data() + text.size() || !std::isfinite(value) || value <= 0.0)
-        throw CLI::ValidationError("--unit-weight", "'" + text + "' is neither auto nor a positive number");
-    return value;
-}
-
-// The options as one whole: a value that cannot be used, or --u2-column with
-// millivolt readings (no factor is known for u2), is a wrong call.
-void CheckCall(SbtState& state)
-{
-    state.sbtn.unitWeight = ParseUnitWeight(state.unitWeight);
-    if (const std::string why = sbtn::CheckOptions(state.sbtn); !why.empty())
-        throw CLI::ValidationError(why);
-    if (state.u2Column != 0 && state.options.dataUnits == DataMilliVolts)
-        throw CLI::ValidationError("--u2-column is refused for mv data: no factor is known for u2");
-}
-
-void AddSbtOptions(CLI::App& command, SbtState& state)
-{
-    command.add_option("--gwt", state.sbtn.groundwater,
-                       "Groundwater depth in metres below depth 0 (negative: water standing above it); default the "
-                       "file's, else 0")
-        ->type_name("D");
-    command.add_option("--area-ratio", state.sbtn.areaRatio,
-                       "Net area ratio a of the cone, 0 < a <= 1, for every reading; default the file's, else 0.8")
-        ->type_name("A");
-    command.add_option("--unit-weight", state.unitWeight,
-                       "Soil unit weight in kN/m3 for every reading, or auto (default): estimated from qt and Rf")
-        ->type_name("auto|G");
-    command.add_option("--water-unit-weight", state.sbtn.waterUnitWeight, "Unit weight of water, kN/m3; default 9.81")
-        ->type_name("W");
-    state.options.asciiOnly.push_back(
-        command
-            .add_option("--u2-column", state.u2Column,
-                        "Column of a plain ASCII file that holds u2, in the units of qc (not with mv data)")
-            ->check(CLI::IsMember({4, 5}).description(""))
-            ->type_name("4|5"));
-}
-
 }  // namespace
 
 void AddSbtCommand(CLI::App& app)
@@ -140,13 +93,13 @@ void AddSbtCommand(CLI::App& app)
                "stresses, Qtn, Fr, Bq, n, Ic and zone, in SI units");
     AddInputFilesOption(*command, state->files);
     AddRoadOptions(*command, state->options);
-    AddSbtOptions(*command, *state);
+    AddYardstickOptions(*command, state->yardstick, state->options, true);
     AddFormatOption(*command, state->options);
     command->add_option("--out-dir", state->outDir,
                         "Write one result file per input into this directory and print a summary")
         ->type_name("DIR");
     command->callback([state] {
-        CheckCall(*state);
+        CheckYardstickCall(state->yardstick, state->options);
         const SbtState& s = *state;
         const BatchJob job{ExpandInputs(s.files, s.options.depth), s.outDir, s.options.format, "readings",
                            SbtCsvHeader(true), [&s](const Input& input, CsvLayout layout, bool recordInNotes) {
