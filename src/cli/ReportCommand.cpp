@@ -1,19 +1,17 @@
 // The "report" command: the printed report of one screen as a PDF file. The sounding
 // takes the same road as "classify"; the chosen screen is then built offscreen from
-// the record, exactly as the desktop program builds it, and its own Print command
-// prints the page, with a PDF file in the place of the default printer.
+// the record, exactly as the desktop program builds it, and the report prints the
+// charts its Print command would hand over onto a PDF printer.
 #include "cli/ReportCommand.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
-#include <QMessageBox>
-#include <QTimer>
-#include <QToolButton>
 #include <exception>
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "cli/ExitCodes.h"
 #include "cli/OutputPath.h"
@@ -22,8 +20,10 @@
 #include "core/AllScreens.h"
 #include "core/Declarations.h"
 #include "core/Screens.h"
+#include "report/Module_output.h"
 #include "runtime/Printer.h"
 #include "runtime/RunTimeError.h"
+#include "views/ResultScreen.h"
 
 namespace pemlo::cli {
 
@@ -112,61 +112,38 @@ std::unique_ptr<QApplication> EnsureApplication()
     return std::make_unique<QApplication>(argc, argv);
 }
 
-// Message boxes would wait for a person: answer them and keep their texts.
-class MessageAnswerer {
-public:
-    MessageAnswerer()
-    {
-        timer_.setInterval(20);
-        QObject::connect(&timer_, &QTimer::timeout, [this] {
-            for (QWidget* w : QApplication::topLevelWidgets()) {
-                auto* box = qobject_cast<QMessageBox*>(w);
-                if (box && box->isVisible()) {
-                    texts_.push_back(box->text().trimmed().toStdString());
-                    box->done(QMessageBox::Ok);
-                }
-            }
-        });
-        timer_.start();
-    }
-    const std::vector<std::string>& Texts() const { return texts_; }
-
-private:
-    QTimer timer_;
-    std::vector<std::string> texts_;
-};
-
 [[noreturn]] void Fail(const ReportState& state, const std::string& what, int exitCode)
 {
     WriteErr("pemlo-cli: " + state.file + ": " + what + "\n");
     throw CLI::RuntimeError(exitCode);
 }
 
-void PrintView(const ReportState& state, const std::filesystem::path& pdfPath, const QtMessages& qt)
+// The chosen view's charts, built offscreen as the desktop builds them: the plotting
+// screen beneath the views cleans the readings first.
+ResultScreen& BuildView(ScreenId id)
 {
     Screens& screens = Screens::Instance();
     screens.Reset();
     RegisterAllScreens();
-    // The plotting screen beneath the views cleans the readings first, as on the desktop.
     screens.Show(ScreenId::Frm_CPTData);
-    const ScreenId id = ViewScreen(state.view);
     if (id != ScreenId::Frm_CPTData) screens.Show(id);
-    QWidget* screen = screens.Get(id);
-    auto* print = screen->findChild<QToolButton*>(QStringLiteral("Print"));
-    if (print == nullptr) Fail(state, "the screen has no Print command", ExitWriteFailed);
+    return dynamic_cast<ResultScreen&>(*screens.Get(id));
+}
 
-    const QString pdf = QString::fromStdString(pdfPath.string());
-    const int dpi = state.dotsPerInch;
-    const QString paper = QString::fromStdString(state.paper);
-    SetPrinterFactory([=] { return MakeQtPrinter(MakePdfQPrinter(pdf, dpi, paper)); });
-    MessageAnswerer answerer;
-    print->click();
-    SetPrinterFactory({});
-    screens.Reset();
-    // A page left half drawn by the failure is removed with the file beside the target.
-    if (!answerer.Texts().empty())
-        Fail(state, answerer.Texts().front() + ": could not write " + state.pdf + ": " + PrinterFailure(qt.Last()),
-             ExitWriteFailed);
+// A failed page is left beside the target, where FileBeside removes it.
+std::optional<PrintFailure> PrintView(const ReportState& state, const std::filesystem::path& pdfPath)
+{
+    ResultScreen& view = BuildView(ViewScreen(state.view));
+    std::optional<PrintFailure> failure;
+    try {
+        auto printer = MakeQtPrinter(MakePdfQPrinter(QString::fromStdString(pdfPath.string()), state.dotsPerInch,
+                                                     QString::fromStdString(state.paper)));
+        failure = PrintReportOn(*printer, view.ChartsToPrint());
+    } catch (const RunTimeError& e) {
+        failure = PrintFailure{e.Number(), e.Message()};  // the PDF printer would not open
+    }
+    Screens::Instance().Reset();
+    return failure;
 }
 
 void RunReport(const ReportState& state)
@@ -203,12 +180,16 @@ void RunReport(const ReportState& state)
     FileBeside pdf(state.pdf);
     if (const std::string why = pdf.CanWrite(); !why.empty())
         Fail(state, "could not write " + state.pdf + ": " + why, ExitWriteFailed);
+    std::optional<PrintFailure> failure;
     try {
-        PrintView(state, pdf.Path(), qt);
+        failure = PrintView(state, pdf.Path());
     } catch (const RunTimeError& e) {
         Screens::Instance().Reset();
         Fail(state, "Run-time error '" + std::to_string(e.Number()) + "': " + e.Message(), ExitRunTimeFailed);
     }
+    if (failure)
+        Fail(state, "A Printing Error ....: could not write " + state.pdf + ": " + PrinterFailure(qt.Last()),
+             ExitWriteFailed);
     std::error_code ec;
     if (fs::file_size(pdf.Path(), ec) == 0 || ec)
         Fail(state, "no page was printed to " + state.pdf + ": " + PrinterFailure(qt.Last()), ExitWriteFailed);

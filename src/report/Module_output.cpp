@@ -1,5 +1,4 @@
-// The printed report: one landscape page on the default printer, a framed header with
-// the project information, and the screen's charts side by side below it, each drawn
+// The printed report: one landscape page, a framed header with the project information, and the screen's charts side by side below it, each drawn
 // by the chart itself into its share of the page.
 #include "report/Module_output.h"
 
@@ -10,6 +9,7 @@
 #include "report/ReportLayout.h"
 #include "runtime/MessageBox.h"
 #include "runtime/Printer.h"
+#include "runtime/RunTimeError.h"
 
 namespace pemlo {
 
@@ -45,7 +45,7 @@ void PrintCharts(Printer& printer, const ReportLayout& layout, const std::array<
     }
 }
 
-void PrintPage(Printer& printer, int chartCount, const std::array<ChartSurface*, 4>& charts)
+void PrintPage(Printer& printer, const ReportCharts& report)
 {
     printer.SetOrientation(OrientationLandscape);
     const std::int32_t W = printer.Width();
@@ -56,26 +56,43 @@ void PrintPage(Printer& printer, int chartCount, const std::array<ChartSurface*,
     const double py = printer.TwipsPerPixelY();
     const std::int32_t H = printer.Height();
     const ReportLayout layout =
-        LayoutReport(ComputePageQuantities(W, H, px, py), chartCount, ProjectOf(TheRecord()));
+        LayoutReport(ComputePageQuantities(W, H, px, py), report.count, ProjectOf(TheRecord()));
 
     PrintHeader(printer, layout);
-    PrintCharts(printer, layout, charts);
+    PrintCharts(printer, layout, report.charts);
     printer.EndDoc();
 }
 
 }  // namespace
 
+std::optional<PrintFailure> PrintReportOn(Printer& printer, const ReportCharts& charts)
+{
+    try {
+        PrintPage(printer, charts);
+        return std::nullopt;
+    } catch (const RunTimeError& e) {
+        return PrintFailure{e.Number(), e.Message()};
+    } catch (const std::exception& e) {
+        // A fault of the platform beneath the printer (a font, the print system).
+        return PrintFailure{ErrPrinterError, e.what()};
+    }
+}
+
 void PrintReport(int ChartCount, ChartSurface& Chart1, ChartSurface& Chart2, ChartSurface& Chart3,
                  ChartSurface& Chart4)
 {
+    std::optional<PrintFailure> failure;
     try {
-        PrintPage(ThePrinter(), ChartCount, {&Chart1, &Chart2, &Chart3, &Chart4});
-        ForgetPrinter();
-    } catch (const std::exception&) {
-        // Whatever was drawn stays pending with the printer: the page is neither sent
-        // nor cancelled, and the screen stays as it was.
-        ShowMessage(nullptr, QStringLiteral(" A Printing Error ...."), QMessageBox::Critical, AppTitle());
+        failure = PrintReportOn(ThePrinter(), ReportCharts{ChartCount, {&Chart1, &Chart2, &Chart3, &Chart4}});
+    } catch (const std::exception& e) {
+        failure = PrintFailure{ErrNoPrinter, e.what()};  // no printer to open
     }
+    if (!failure) {
+        ForgetPrinter();
+        return;
+    }
+    // The screen stays as it was.
+    ShowMessage(nullptr, QStringLiteral(" A Printing Error ...."), QMessageBox::Critical, AppTitle());
 }
 
 }  // namespace pemlo

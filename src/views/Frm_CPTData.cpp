@@ -4,7 +4,6 @@
 
 #include "classify/ReadingSteps.h"
 #include "core/Screens.h"
-#include "report/Module_output.h"
 #include "runtime/MousePointer.h"
 #include "runtime/RunTimeError.h"
 
@@ -211,7 +210,7 @@ void Frm_CPTData::OnCommand(const QString& key)
     } else if (key == QLatin1String("Next2")) {
         screens.Show(ScreenId::Frm_UandV);
     } else if (key == QLatin1String("Print")) {
-        PrintReport(3, charts_[0]->Surface(), charts_[1]->Surface(), charts_[2]->Surface(), charts_[2]->Surface());
+        PrintToDefaultPrinter();
     } else if (key == QLatin1String("Exit")) {
         screens.Close(ScreenId::Frm_CPTData);
         screens.EndProgram();

@@ -24,6 +24,13 @@ public:
     ChartView* ChartFX1() const { return charts_[0]; }
     ChartView* ChartFX2() const { return charts_[1]; }
     ChartView* ChartFX3() const { return charts_[2]; }
+
+    // The three charts as they stand; the report's fourth is a filler.
+    ReportCharts ChartsToPrint() override
+    {
+        return ReportCharts{3, {&charts_[0]->Surface(), &charts_[1]->Surface(), &charts_[2]->Surface(),
+                                &charts_[2]->Surface()}};
+    }
     Integer ReadingIndex() const { return readingIndex_; }
     Integer PointIndex() const { return pointIndex_; }
 

@@ -4,7 +4,6 @@
 
 #include "classify/ReadingSteps.h"
 #include "core/Screens.h"
-#include "report/Module_output.h"
 #include "runtime/MousePointer.h"
 #include "runtime/RunTimeError.h"
 #include "runtime/RunTimeErrorReport.h"
@@ -177,7 +176,7 @@ void Frm_Pemlo01::resizeEvent(QResizeEvent* event)
 }
 
 // Every chart shows its series legend on paper, placed and sized for the page.
-void Frm_Pemlo01::Print()
+ReportCharts Frm_Pemlo01::ChartsToPrint()
 {
     const Integer legendHeight = RoundToInteger(TwipsPerPixel * 2.3);
     for (Integer k = 0; k <= 3; ++k) {
@@ -185,7 +184,7 @@ void Frm_Pemlo01::Print()
         ChartFX(k).SetPrintOptionB(256);
         ChartFX(k).SetPrintOptionC(legendHeight);
     }
-    PrintReport(4, ChartFX(0), ChartFX(1), ChartFX(2), ChartFX(3));
+    return ReportCharts{4, {&ChartFX(0), &ChartFX(1), &ChartFX(2), &ChartFX(3)}};
 }
 
 void Frm_Pemlo01::OnCommand(const QString& key)
@@ -194,7 +193,7 @@ void Frm_Pemlo01::OnCommand(const QString& key)
     if (key == QLatin1String("Back")) {
         screens.Close(ScreenId::Frm_Pemlo01);
     } else if (key == QLatin1String("Print")) {
-        Print();
+        PrintToDefaultPrinter();
     } else if (key == QLatin1String("Exit")) {
         screens.Close(ScreenId::Frm_Pemlo01);
         screens.Close(ScreenId::Frm_CPTData);

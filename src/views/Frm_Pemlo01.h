@@ -29,6 +29,9 @@ public:
     // The value the load and every resize store from chart 0's size; nothing reads it.
     Integer Chart0Height() const { return chart0Height_; }
 
+    // Every chart shows its series legend on paper: the four charts, prepared.
+    ReportCharts ChartsToPrint() override;
+
 protected:
     void OnCommand(const QString& key) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -36,7 +39,6 @@ protected:
 private:
     void BuildDesign();
     void Load();
-    void Print();
     void StoreChart0Height();
 
     std::array<ChartView*, 4> charts_{};

@@ -5,7 +5,6 @@
 
 #include "classify/ReadingSteps.h"
 #include "core/Screens.h"
-#include "report/Module_output.h"
 #include "runtime/MousePointer.h"
 #include "views/IndexPlots.h"
 #include "views/LegendPictures.h"
@@ -130,8 +129,7 @@ void Frm_UandV::OnCommand(const QString& key)
     if (key == QLatin1String("Back")) {
         screens.Close(ScreenId::Frm_UandV);
     } else if (key == QLatin1String("Print")) {
-        // The report takes four charts; with a count of three the fourth is a filler.
-        PrintReport(3, ChartFX1(), ChartFX2(), ChartFX3(), ChartFX3());
+        PrintToDefaultPrinter();
     } else if (key == QLatin1String("Exit")) {
         screens.Close(ScreenId::Frm_UandV);
         screens.Close(ScreenId::Frm_CPTData);

@@ -20,6 +20,12 @@ public:
     ChartSurface& ChartFX2() { return chartV_->Surface(); }
     ChartSurface& ChartFX3() { return chartUV_->Surface(); }
 
+    // The three charts as they stand; the report's fourth is a filler.
+    ReportCharts ChartsToPrint() override
+    {
+        return ReportCharts{3, {&ChartFX1(), &ChartFX2(), &ChartFX3(), &ChartFX3()}};
+    }
+
 protected:
     void OnCommand(const QString& key) override;
 

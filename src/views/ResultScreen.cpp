@@ -114,4 +114,10 @@ void ResultScreen::ApplyResizeSettings()
     SetResizeMinimum(0.8 * clientWidthTwips_, 0.8 * (clientHeightTwips_ - ToolbarTwips));
 }
 
+void ResultScreen::PrintToDefaultPrinter()
+{
+    const ReportCharts report = ChartsToPrint();
+    PrintReport(report.count, *report.charts[0], *report.charts[1], *report.charts[2], *report.charts[3]);
+}
+
 }  // namespace pemlo

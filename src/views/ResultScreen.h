@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Declarations.h"
+#include "report/Module_output.h"
 #include "runtime/FormScaling.h"
 #include "runtime/Toolbar.h"
 #include "views/ChartView.h"
@@ -61,7 +62,14 @@ public:
 
     QToolBar* Toolbar() const { return toolbar_; }
 
+    // The charts the Print command hands the report, prepared for the page: what the
+    // desktop's Print and the command line's report both print.
+    virtual ReportCharts ChartsToPrint() = 0;
+
 protected:
+    // The Print command: the prepared charts on the default printer.
+    void PrintToDefaultPrinter();
+
     // The command of a toolbar key; keys a screen does not know do nothing.
     virtual void OnCommand(const QString& key) = 0;
 
