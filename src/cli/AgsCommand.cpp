@@ -14,6 +14,7 @@
 #include "cli/OutputPath.h"
 #include "cli/ProgressLine.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
 #include "cli/YardstickOptions.h"
 #include "profile/Ags4Export.h"

@@ -6,6 +6,7 @@
 
 #include "cli/BatchOutput.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/RunInput.h"
 
 namespace pemlo::cli {
 

@@ -9,6 +9,7 @@
 #include "cli/OutputFiles.h"
 #include "cli/OutputPath.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
 #include "core/ProgramRoad.h"
 #include "formats/ConeDataFileWriter.h"

@@ -10,6 +10,7 @@
 #include "cli/BatchOutput.h"
 #include "cli/LayerFormat.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/RunInput.h"
 #include "cli/YardstickOptions.h"
 #include "profile/SoilLayers.h"
 

@@ -6,6 +6,7 @@
 
 #include "cli/OutputFiles.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
 
 namespace pemlo::cli {

@@ -16,6 +16,7 @@
 #include "cli/ExitCodes.h"
 #include "cli/OutputPath.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
 #include "core/AllScreens.h"
 #include "core/Declarations.h"

@@ -1,9 +1,6 @@
 #include "cli/ResultFormat.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <cstring>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -11,6 +8,7 @@
 #include <span>
 
 #include "cli/ImportJson.h"
+#include "cli/RowWriter.h"
 #include "formats/SafeText.h"
 
 namespace pemlo::cli {
@@ -68,106 +66,6 @@ Sheet ReadingSheet(const Declarations& d)
             {d.Depth.data(), d.Q_Tip.data(), d.Q_Sleeve.data(), d.Ratio.data()}, d.NumLines};
 }
 
-// The shortest text of the values of one column, kept for the value last written:
-// where intervals outnumber readings, runs of intervals repeat the same means.
-class ColumnText {
-public:
-    static constexpr std::size_t MostChars = 32;
-
-    // Puts the text of the value at `at`, which has room for MostChars, and returns
-    // its end. The whole buffer is copied: a copy of fixed size is a few moves, where
-    // one of the text's own length is a call.
-    char* Put(char* at, float value)
-    {
-        const auto bits = std::bit_cast<std::uint32_t>(value);
-        if (length_ == 0 || bits != bits_) {
-            bits_ = bits;
-            length_ = static_cast<std::size_t>(std::to_chars(text_, text_ + MostChars, value).ptr - text_);
-        }
-        std::memcpy(at, text_, MostChars);
-        return at + length_;
-    }
-
-private:
-    std::uint32_t bits_ = 0;
-    char text_[MostChars];
-    std::size_t length_ = 0;
-};
-
-// Rows are made in a buffer and written to the stream a few kilobytes at a time:
-// the stream sees one call for dozens of rows, not one a number.
-class Row {
-public:
-    explicit Row(std::ostream& out) : out_(out) {}
-    ~Row() { Flush(); }
-    Row(const Row&) = delete;
-    Row& operator=(const Row&) = delete;
-
-    void Text(std::string_view text)
-    {
-        if (text.size() > Room) {  // longer than any row: straight through
-            Flush();
-            out_.write(text.data(), static_cast<std::streamsize>(text.size()));
-            return;
-        }
-        Reserve(text.size());
-        std::memcpy(buffer_.data() + used_, text.data(), text.size());
-        used_ += text.size();
-    }
-    void Char(char c)
-    {
-        Reserve(1);
-        buffer_[used_++] = c;
-    }
-    void Integer(long long n)
-    {
-        Reserve(24);
-        used_ = static_cast<std::size_t>(std::to_chars(buffer_.data() + used_, buffer_.data() + used_ + 24, n).ptr -
-                                         buffer_.data());
-    }
-    void Shortest(float value)
-    {
-        Reserve(32);
-        used_ = static_cast<std::size_t>(std::to_chars(buffer_.data() + used_, buffer_.data() + used_ + 32, value).ptr -
-                                         buffer_.data());
-    }
-    // A row of short fields put straight into the buffer: room for a row is made once,
-    // the fields are put from the pointer returned, and RowEnds takes their end.
-    char* RowRoom()
-    {
-        Reserve(Room);
-        return buffer_.data() + used_;
-    }
-    void RowEnds(char* end)
-    {
-        used_ = static_cast<std::size_t>(end - buffer_.data());
-        EndRow();
-    }
-    // The end of a row: the buffer goes out once it holds no room for another.
-    void EndRow()
-    {
-        Char('\n');
-        if (used_ > buffer_.size() - Room) Flush();
-    }
-
-    static constexpr std::size_t Room = 1024;  // more than a row of numbers takes
-
-private:
-    void Reserve(std::size_t n)
-    {
-        if (used_ + n > buffer_.size()) Flush();
-    }
-    void Flush()
-    {
-        out_.write(buffer_.data(), static_cast<std::streamsize>(used_));
-        used_ = 0;
-    }
-
-    std::ostream& out_;
-    std::array<char, 16384> buffer_;
-    std::size_t used_ = 0;
-};
-
 std::string CsvHeader(const Sheet& sheet, bool withFileColumn)
 {
     std::string out = withFileColumn ? "file," : "";
@@ -182,8 +80,8 @@ void Csv(std::ostream& out, const Sheet& sheet, const std::string& file, CsvLayo
     if (!withFileColumn) out << CsvHeader(sheet, false);
     const std::string fileField = withFileColumn ? CsvField(file) + "," : std::string();
     std::array<ColumnText, MostColumns> texts;
-    static_assert(24 + MostColumns * (1 + ColumnText::MostChars) < Row::Room, "a row of numbers fits the room");
-    Row row(out);
+    static_assert(24 + MostColumns * (1 + ColumnText::MostChars) < RowWriter::Room, "a row of numbers fits the room");
+    RowWriter row(out);
     for (int r = 0; r < sheet.count; ++r) {
         row.Text(fileField);
         char* at = row.RowRoom();
@@ -211,7 +109,7 @@ std::string PeopleUnits(Integer dataUnits)
     }
 }
 
-void Pad(Row& row, const std::string& text, std::size_t width)
+void Pad(RowWriter& row, const std::string& text, std::size_t width)
 {
     row.Text(std::string(width > text.size() ? width - text.size() : 0, ' '));
     row.Text(text);
@@ -229,7 +127,7 @@ void AlignedTable(std::ostream& out, const Sheet& sheet, const std::string& head
             widths[c + 1] = std::max(widths[c + 1], FixedText(sheet.values[c][r], sheet.columns[c].decimals).size());
     }
     out << heading;
-    Row row(out);
+    RowWriter row(out);
     Pad(row, sheet.indexTitle, widths[0]);
     for (std::size_t c = 0; c < sheet.columns.size(); ++c) {
         row.Text("  ");
@@ -248,7 +146,7 @@ void AlignedTable(std::ostream& out, const Sheet& sheet, const std::string& head
 
 // JSON has no text for a value that is not finite; the checked arithmetic never
 // stores one, but a stray one must not make the whole document unreadable.
-void JsonNumber(Row& row, float value)
+void JsonNumber(RowWriter& row, float value)
 {
     if (std::isfinite(value)) {
         row.Shortest(value);
@@ -260,7 +158,7 @@ void JsonNumber(Row& row, float value)
 // The list's entries, each "{...}" after a comma and a line break.
 void JsonRows(std::ostream& out, const Sheet& sheet)
 {
-    Row row(out);
+    RowWriter row(out);
     for (int r = 0; r < sheet.count; ++r) {
         row.Text(r == 0 ? "\n    {\"" : ",\n    {\"");
         row.Text(sheet.indexKey);

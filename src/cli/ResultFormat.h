@@ -11,7 +11,7 @@
 
 #include "core/Declarations.h"
 #include "formats/ImportedSounding.h"
-#include "formats/TextDecoding.h"
+#include "formats/NumberText.h"
 
 namespace pemlo::cli {
 

@@ -4,8 +4,6 @@
 // depth an import takes and --strict.
 #pragma once
 
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -57,29 +55,7 @@ void AddInputFilesOption(CLI::App& command, std::vector<std::string>& files);
 // --format csv|table|json.
 void AddFormatOption(CLI::App& command, RoadCommandOptions& options);
 
-// The one sounding a command of one sounding reads: a file that holds several is a
-// wrong call (CLI::ValidationError) naming them.
-Input SingleInput(const std::string& file, formats::DepthChoice depth);
-
 // The road of one input under these options.
 RoadOptions ToRoadOptions(const RoadCommandOptions& options, const Input& input);
-
-// The exit status of a road that ended this way.
-int ExitCodeOf(RoadStatus status);
-
-// What stands before an input's output on standard error: its import record (unless
-// a summary holds it) and a note naming the options it ignores. An input refused by
-// --strict for what its import changed yields the refusal.
-std::string InputNotes(const RoadCommandOptions& options, const Input& input, bool withRecord);
-std::optional<FileOutcome> StrictRefusal(const RoadCommandOptions& options, const Input& input);
-
-// Runs the road of one input in a record of its own (classify false: up to the
-// cleaned readings) and hands the record to `use`, which makes of it the output to
-// write when the input's turn comes (keeping the record alive, or only what it needs);
-// or says what went wrong. The unit warnings go into the outcome's notes (and with
-// --strict fail the input).
-using UseResults = std::function<WriteOutput(std::shared_ptr<const Declarations> d, const RunFacts& facts)>;
-FileOutcome RunInput(const RoadCommandOptions& options, const Input& input, bool classify, bool recordInNotes,
-                     const UseResults& use);
 
 }  // namespace pemlo::cli

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "formats/Ags4Fields.h"
 #include "formats/TextDecoding.h"
 
 namespace pemlo::formats {
@@ -70,9 +71,9 @@ struct Location {
     int lastPush = 0;
 };
 
-class Ags4File {
+class Ags4Import {
 public:
-    explicit Ags4File(DepthChoice depth) : depth_(depth) {}
+    explicit Ags4Import(DepthChoice depth) : depth_(depth) {}
     void Line(const TextLine& line);
     std::vector<ImportedSounding> Soundings(const std::string& encoding);
 
@@ -99,10 +100,11 @@ private:
     std::string lastId_;
 };
 
-void Ags4File::Line(const TextLine& line)
+void Ags4Import::Line(const TextLine& line)
 {
     if (TrimBlanks(line.text).empty()) return;
-    std::vector<std::string> fields = AgsFields(line.text, MaxFields + 1);
+    std::vector<std::string> fields = SplitAgsLine(line.text, MaxFields + 1).fields;
+    for (std::string& field : fields) field = std::string(TrimBlanks(field));
     if (fields.size() > MaxFields) Refuse(At(line.number) + " has more than " + std::to_string(MaxFields) + " fields");
     const std::string descriptor = fields.front();
     fields.erase(fields.begin());
@@ -120,7 +122,7 @@ void Ags4File::Line(const TextLine& line)
     }
 }
 
-void Ags4File::Data(const std::vector<std::string>& row, long long line)
+void Ags4Import::Data(const std::vector<std::string>& row, long long line)
 {
     const Group& g = group_;
     if (g.name == "PROJ" && projectId_.empty() && projectName_.empty()) {
@@ -144,7 +146,7 @@ void Ags4File::Data(const std::vector<std::string>& row, long long line)
     }
 }
 
-void Ags4File::ScptColumns(long long line)
+void Ags4Import::ScptColumns(long long line)
 {
     if (depth_ == DepthChoice::Corrected)
         Refuse(At(group_.line) + ": the SCPT group holds no corrected depth, only SCPT_DPTH; use --depth penetration");
@@ -180,7 +182,7 @@ void Ags4File::ScptColumns(long long line)
     }
 }
 
-void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
+void Ags4Import::ScptRow(const std::vector<std::string>& row, long long line)
 {
     const auto field = [&](int i) -> std::string_view {
         if (i < 0) return {};
@@ -228,7 +230,7 @@ void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
     loc.builder->AddRow(line, values, loc.lastPush, u2);
 }
 
-std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
+std::vector<ImportedSounding> Ags4Import::Soundings(const std::string& encoding)
 {
     if (scptLine_ == 0) Refuse("no CPT data: the file has no SCPT group");
     if (!scptHasRows_) Refuse("no CPT data: the SCPT group (" + At(scptLine_) + ") has no DATA rows");
@@ -266,37 +268,10 @@ std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
 
 }  // namespace
 
-std::vector<std::string> AgsFields(std::string_view line, std::size_t maxFields)
-{
-    std::vector<std::string> fields;
-    std::size_t i = 0;
-    while (fields.size() < maxFields) {
-        while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
-        std::string field;
-        if (i < line.size() && line[i] == '"') {
-            for (++i; i < line.size();) {
-                const std::size_t quote = std::min(line.find('"', i), line.size());
-                field.append(line.substr(i, quote - i));
-                i = quote + 1;
-                if (i >= line.size() || line[i] != '"') break;
-                field += '"';  // a doubled quote
-                ++i;
-            }
-        }
-        // Unquoted text, or text after the closing quote, up to the comma.
-        const std::size_t comma = std::min(line.find(',', std::min(i, line.size())), line.size());
-        if (comma > i) field.append(line.substr(i, comma - i));
-        fields.push_back(std::string(TrimBlanks(field)));
-        if (comma >= line.size()) return fields;
-        i = comma + 1;
-    }
-    return fields;
-}
-
 std::vector<ImportedSounding> ReadAgs4(std::string_view bytes, DepthChoice depth)
 {
     const DecodedText decoded = DecodeText(bytes);
-    Ags4File file(depth);
+    Ags4Import file(depth);
     LineCursor cursor(decoded.Text());
     for (TextLine line; cursor.Next(line);) file.Line(line);
     return file.Soundings(decoded.encoding);

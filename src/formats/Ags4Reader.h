@@ -15,8 +15,4 @@ namespace pemlo::formats {
 // cannot be read, naming the line.
 std::vector<ImportedSounding> ReadAgs4(std::string_view bytes, DepthChoice depth);
 
-// Quoted, comma-separated fields of one AGS4 line, at most maxFields of them;
-// doubled quotes stand for one.
-std::vector<std::string> AgsFields(std::string_view line, std::size_t maxFields);
-
 }  // namespace pemlo::formats

@@ -10,7 +10,8 @@
 
 #include "core/Declarations.h"
 #include "formats/ImportRecord.h"
-#include "formats/TextDecoding.h"
+#include "formats/NumberText.h"
+#include "formats/TextDecoding.h"  // the titles go out in the reader's byte encoding
 #include "runtime/FileChannels.h"
 #include "runtime/RunTimeError.h"
 

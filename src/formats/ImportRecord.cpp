@@ -1,5 +1,6 @@
 #include "formats/ImportRecord.h"
 
+#include "formats/NumberText.h"
 #include "formats/TextDecoding.h"
 
 namespace pemlo::formats {

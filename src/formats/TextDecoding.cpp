@@ -170,18 +170,4 @@ std::string Quoted(std::string_view field)
     return out + (field.size() > Shown ? "...'" : "'");
 }
 
-std::string ShortestText(float value)
-{
-    std::array<char, 32> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return std::string(buffer.data(), result.ptr);
-}
-
-std::string ShortestText(double value)
-{
-    std::array<char, 32> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return std::string(buffer.data(), result.ptr);
-}
-
 }  // namespace pemlo::formats

@@ -58,9 +58,4 @@ bool ParseNumber(std::string_view field, double& value);
 // A field for messages: quoted, cut at 40 bytes on a character boundary.
 std::string Quoted(std::string_view field);
 
-// Shortest round-trip text of a single-precision or double value ("57.5", "1e-05"):
-// it reads back to the very same value, in records, messages and written results.
-std::string ShortestText(float value);
-std::string ShortestText(double value);
-
 }  // namespace pemlo::formats

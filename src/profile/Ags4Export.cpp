@@ -7,7 +7,7 @@
 #include <map>
 #include <span>
 
-#include "profile/Ags4File.h"
+#include "profile/Ags4Groups.h"
 
 namespace pemlo::profile {
 

@@ -289,7 +289,7 @@ bool MatchesType(const std::string& value, const std::string& type, const std::s
 std::vector<AgsFinding> CheckAgs4(std::string_view text)
 {
     std::vector<AgsFinding> findings;
-    const AgsFile file = ReadAgs4(text, findings);
+    const AgsFile file = ReadAgsGroups(text, findings);
     Checker(file, findings).Run();
     std::stable_sort(findings.begin(), findings.end(),
                      [](const AgsFinding& a, const AgsFinding& b) { return a.line < b.line; });

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/Ags4File.h"
+#include "profile/Ags4Groups.h"
 
 namespace pemlo::profile {
 

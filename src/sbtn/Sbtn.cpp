@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "formats/NumberText.h"
 #include "formats/TextDecoding.h"
 
 namespace pemlo::sbtn {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "formats/ImportRecord.h"
+#include "formats/NumberText.h"
 #include "formats/TextDecoding.h"
 #include "formats/UnitCheck.h"
 #include "input/Module_Units.h"

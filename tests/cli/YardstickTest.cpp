@@ -6,7 +6,7 @@
 #include <map>
 
 #include "cli/CliRun.h"
-#include "profile/Ags4File.h"
+#include "profile/Ags4Groups.h"
 #include "profile/Ags4Rules.h"
 
 namespace pemlo::cli::test {
@@ -47,7 +47,7 @@ TEST(Yardstick, LayersAndAgsAgreeAndEachPushStatesItsAreaRatio)
         std::vector<profile::AgsFinding> findings;
         const std::string text = ReadAll(scratch.Path() / "out.ags");
         EXPECT_TRUE(profile::CheckAgs4(text).empty());
-        const profile::AgsFile file = profile::ReadAgs4(text, findings);
+        const profile::AgsFile file = profile::ReadAgsGroups(text, findings);
         const profile::AgsGroup* scpp = file.Find("SCPP");
         const profile::AgsGroup* scpg = file.Find("SCPG");
         ASSERT_TRUE(scpp && scpg && file.Find("SCPT"));

@@ -194,7 +194,7 @@ TEST(Ags4Export, RealSoundingsPassTheRulesAndReadBackToTheirLayers)
     EXPECT_TRUE(findings.empty()) << Describe(findings.front());
 
     std::vector<AgsFinding> unread;
-    const AgsFile file = ReadAgs4(text, unread);
+    const AgsFile file = ReadAgsGroups(text, unread);
     const AgsGroup* scpp = file.Find("SCPP");
     ASSERT_NE(scpp, nullptr);
     std::size_t row = 0;

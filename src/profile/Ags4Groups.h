@@ -65,6 +65,6 @@ std::string AgsLine(const std::vector<std::string>& fields);
 // The groups of the text; the lines that break the format's own rules are added to
 // `findings` and left out (a group whose rows come out of order is kept as far as it
 // was read).
-AgsFile ReadAgs4(std::string_view text, std::vector<AgsFinding>& findings);
+AgsFile ReadAgsGroups(std::string_view text, std::vector<AgsFinding>& findings);
 
 }  // namespace pemlo::profile

@@ -1,6 +1,9 @@
-#include "profile/Ags4File.h"
+#include "profile/Ags4Groups.h"
 
+#include <limits>
 #include <optional>
+
+#include "formats/Ags4Fields.h"
 
 namespace pemlo::profile {
 
@@ -12,30 +15,9 @@ enum class Next { Heading, Unit, Type, Data };
 // The fields of a line written "a","b","c"; nothing where the line is not.
 std::optional<std::vector<std::string>> QuotedFields(std::string_view line)
 {
-    std::vector<std::string> fields;
-    std::size_t i = 0;
-    while (true) {
-        if (i >= line.size() || line[i] != '"') return std::nullopt;
-        ++i;
-        std::string value;
-        while (true) {
-            if (i >= line.size()) return std::nullopt;
-            if (line[i] == '"') {
-                if (i + 1 < line.size() && line[i + 1] == '"') {
-                    value += '"';
-                    i += 2;
-                    continue;
-                }
-                ++i;
-                break;
-            }
-            value += line[i++];
-        }
-        fields.push_back(std::move(value));
-        if (i == line.size()) return fields;
-        if (line[i] != ',') return std::nullopt;
-        ++i;
-    }
+    formats::AgsLineFields split = formats::SplitAgsLine(line, std::numeric_limits<std::size_t>::max());
+    if (!split.strict) return std::nullopt;
+    return std::move(split.fields);
 }
 
 bool PrintableAscii(std::string_view line)
@@ -179,7 +161,7 @@ std::string AgsLine(const std::vector<std::string>& fields)
     return line + "\r\n";
 }
 
-AgsFile ReadAgs4(std::string_view text, std::vector<AgsFinding>& findings)
+AgsFile ReadAgsGroups(std::string_view text, std::vector<AgsFinding>& findings)
 {
     Reader reader(findings);
     int number = 1;
