@@ -61,16 +61,13 @@ void LoadImported(const formats::ImportedSounding& s, const std::string& name, D
     d.ConeNo = s.project.coneNo;
 }
 
-namespace {
-
-// The plain ASCII file through the open-file screen's load; false when it failed.
-bool ReadPlainFile(const RoadOptions& options, Declarations& d, RoadResult& result)
+bool ReadPlainFile(const RoadOptions& options, Declarations& d, RoadResult& result, FurtherColumn* further)
 {
     FileChannels files;  // this sounding's own channels: several roads may run at once
     d.DataFileName = options.path;
     d.FileNum = files.FreeFile();
     try {
-        result.read = LoadDataFile(d, files);
+        result.read = LoadDataFile(d, files, further);
     } catch (const RunTimeError& e) {
         // The desktop program ends the file choice silently here; the command
         // line says what the column counter ran into.
@@ -81,8 +78,6 @@ bool ReadPlainFile(const RoadOptions& options, Declarations& d, RoadResult& resu
     result.status = RoadStatus::ReadFailed;
     return false;
 }
-
-}  // namespace
 
 RoadResult RunRoad(const RoadOptions& options, Declarations& d)
 {

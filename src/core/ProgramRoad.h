@@ -54,6 +54,13 @@ struct RoadResult {
 // the reading arrays widened to hold all of them (up to 32767) where 4000 do not.
 void LoadImported(const formats::ImportedSounding& s, const std::string& name, Declarations& d);
 
+// The road's reading step for a plain ASCII file (d prepared by the caller): the
+// open-file screen's load, the column counter's failure reported rather than ended
+// on silently; false, with result.status ReadFailed, when it failed. `further`
+// keeps column 4 or 5 of every reading.
+bool ReadPlainFile(const RoadOptions& options, Declarations& d, RoadResult& result,
+                   FurtherColumn* further = nullptr);
+
 // Runs the whole road into d (which it resets first). Never throws RunTimeError.
 RoadResult RunRoad(const RoadOptions& options, Declarations& d);
 

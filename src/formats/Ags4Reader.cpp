@@ -40,11 +40,26 @@ struct Group {
         const int i = Index(heading);
         return i >= 0 && static_cast<std::size_t>(i) < row.size() ? row[static_cast<std::size_t>(i)] : std::string();
     }
+    std::string Unit(std::string_view heading) const
+    {
+        const int i = Index(heading);
+        return i >= 0 && static_cast<std::size_t>(i) < units.size() ? units[static_cast<std::size_t>(i)] : std::string();
+    }
+    // The row's number under a heading, divided by `divisor`; empty where it is no number.
+    std::optional<double> Number(const std::vector<std::string>& row, std::string_view heading,
+                                 std::optional<double> divisor = 1.0) const
+    {
+        double v = 0;
+        if (!divisor || !ParseNumber(TrimBlanks(Value(row, heading)), v)) return std::nullopt;
+        return v / *divisor;
+    }
 };
 
 struct PushInfo {
     std::string reference;  // SCPG_REF
     std::string water;      // SCPG_WAT with its unit
+    std::optional<double> waterDepth;  // SCPG_WAT in metres
+    std::optional<double> areaRatio;   // SCPG_CAR
 };
 
 struct Location {
@@ -94,6 +109,9 @@ private:
     bool scptHasRows_ = false;
     std::array<int, 5> scpt_{};  // LOCA_ID, SCPG_TESN, depth, qc, fs
     std::array<ColumnUse, 3> uses_;
+    int u2Index_ = -1;  // SCPT_PWP2, where it is read
+    ColumnUse u2Use_;
+    std::string u2Unread_;
     std::vector<std::string> order_;  // LOCA_IDs as they first appear
     std::map<std::string, Location> locations_;
     Location* last_ = nullptr;  // the location of the row before, and its id
@@ -133,13 +151,12 @@ void Ags4File::Data(const std::vector<std::string>& row, long long line)
         startDate_.emplace(g.Value(row, "LOCA_ID"), g.Value(row, "LOCA_STAR"));
         sites_.emplace(g.Value(row, "LOCA_ID"), SiteOf(g, row));
     } else if (g.name == "SCPG" && pushInfo_.size() < MaxInfoRows) {
-        const int wat = g.Index("SCPG_WAT");
-        const std::string unit =
-            wat >= 0 && static_cast<std::size_t>(wat) < g.units.size() ? g.units[static_cast<std::size_t>(wat)] : "";
+        const std::string unit = g.Unit("SCPG_WAT");
         const std::string water = g.Value(row, "SCPG_WAT");
-        pushInfo_.emplace(
-            std::pair(g.Value(row, "LOCA_ID"), g.Value(row, "SCPG_TESN")),
-            PushInfo{g.Value(row, "SCPG_REF"), water.empty() || unit.empty() ? water : water + " " + unit});
+        pushInfo_.emplace(std::pair(g.Value(row, "LOCA_ID"), g.Value(row, "SCPG_TESN")),
+                          PushInfo{g.Value(row, "SCPG_REF"), water.empty() || unit.empty() ? water : water + " " + unit,
+                                   g.Number(row, "SCPG_WAT", FindDivisor(unit.empty() ? "m" : unit, Dimension::Length)),
+                                   g.Number(row, "SCPG_CAR")});
     } else if (g.name == "SCPT") {
         if (!scptHasRows_) ScptColumns(line);
         scptHasRows_ = true;
@@ -171,6 +188,16 @@ void Ags4File::ScptColumns(long long line)
             wanted[k].role, wanted[k].heading, unit,
             UnitDivisor(unit, wanted[k].dimension, "the SCPT group (" + At(group_.line) + "): " + wanted[k].heading)};
     }
+    // u2, where the group has it; nothing about it refuses the file.
+    if (const int i = group_.Index("SCPT_PWP2"); i >= 0) {
+        const std::string unit = group_.Unit("SCPT_PWP2");
+        if (const auto divisor = FindDivisor(unit, Dimension::Stress)) {
+            u2Index_ = i;
+            u2Use_ = {"u2", "SCPT_PWP2", unit, *divisor};
+        } else {
+            u2Unread_ = "SCPT_PWP2 is in " + Quoted(unit) + ", which is not a stress the import knows";
+        }
+    }
 }
 
 void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
@@ -191,6 +218,7 @@ void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
             Refuse(At(line) + ": more than " + std::to_string(MaxSoundings) + " locations in one file");
         if (added) order_.push_back(it->first);
         if (added) it->second.builder = std::make_unique<SoundingBuilder>(uses_, "line");
+        if (added && u2Index_ >= 0) it->second.builder->TakeU2(u2Use_);
         last_ = &it->second;
         lastId_ = id;
     }
@@ -212,7 +240,12 @@ void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
             Refuse(At(line) + ": " + uses_[k].source + " holds " + Quoted(text) + ", not a number");
         values[k] = v;
     }
-    loc.builder->AddRow(line, values, loc.lastPush);
+    // An empty or unreadable u2 leaves the reading without u2.
+    std::optional<double> u2;
+    if (double v = 0; u2Index_ >= 0 && static_cast<std::size_t>(u2Index_) < row.size() &&
+                      ParseNumber(TrimBlanks(row[static_cast<std::size_t>(u2Index_)]), v))
+        u2 = v;
+    loc.builder->AddRow(line, values, loc.lastPush, u2);
 }
 
 std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
@@ -229,8 +262,14 @@ std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
         s.record.encoding = encoding;
         s.project = {projectId_, projectName_, startDate_[id], id, {}, {}};
         s.site = sites_[id];
-        for (const Push& p : s.pushes) {
+        s.u2Unread = u2Unread_;
+        for (Push& p : s.pushes) {
             const PushInfo& info = pushInfo_[{id, p.testNumber}];
+            p.areaRatio = info.areaRatio;
+            if (!s.groundwater && info.waterDepth) {
+                s.groundwater = info.waterDepth;
+                s.groundwaterSource = "SCPG_WAT of push " + p.testNumber;
+            }
             if (s.project.gwt.empty()) s.project.gwt = info.water;
             if (!info.reference.empty() && s.project.coneNo.find(info.reference) == std::string::npos)
                 s.project.coneNo += (s.project.coneNo.empty() ? "" : " / ") + info.reference;

@@ -170,6 +170,7 @@ struct Columns {
     std::array<std::size_t, 3> index{};
     std::size_t count = 0;
     std::array<ColumnUse, 3> uses;
+    std::optional<std::size_t> u2;  // porePressureU2, where it is marked measured
 };
 
 // The parameters list names the columns of the cone result in their order, each
@@ -190,6 +191,7 @@ Columns FindColumns(const pugi::xml_node& cpt, DepthChoice depth, std::string_vi
     std::array<bool, 3> found{};
     for (pugi::xml_node p = parameters.first_child(); p; p = p.next_sibling()) {
         if (p.type() != pugi::node_element) continue;
+        if (LocalName(p) == "porePressureU2" && Text(p) == "ja") c.u2 = c.count;
         for (std::size_t k = 0; k < 3; ++k) {
             if (LocalName(p) != names[k]) continue;
             if (Text(p) != "ja")
@@ -211,6 +213,15 @@ char SeparatorAttribute(const pugi::xml_node& encoding, const char* name, char f
 {
     const std::string_view value = encoding.attribute(name).value();
     return value.size() == 1 ? value.front() : fallback;
+}
+
+// A row's u2: empty where it is void or no number, which never refuses the file.
+std::optional<double> U2Of(std::string_view field, char decimal)
+{
+    std::string text(TrimBlanks(field));
+    std::replace(text.begin(), text.end(), decimal, '.');
+    double value = 0;
+    return ParseNumber(text, value) && value != BroVoid ? std::optional<double>(value) : std::nullopt;
 }
 
 void ReadValues(const pugi::xml_node& result, const Columns& c, std::string_view bytes, SoundingBuilder& builder)
@@ -242,7 +253,7 @@ void ReadValues(const pugi::xml_node& result, const Columns& c, std::string_view
                        Quoted(text) + ", not a number");
             if (value != BroVoid) v[k] = value;
         }
-        builder.AddRow(row, v);
+        builder.AddRow(row, v, 0, c.u2 ? U2Of(fields[*c.u2], decimal) : std::nullopt);
     }
 }
 
@@ -252,6 +263,7 @@ ImportedSounding Document::Sounding(const pugi::xml_node& cpt, DepthChoice depth
     if (!result) Refuse(Where(bytes_, cpt) + " has no cone result (cptResult)");
     const Columns columns = FindColumns(cpt, depth, bytes_);
     SoundingBuilder builder(columns.uses, "cone result row");
+    if (columns.u2) builder.TakeU2({"u2", "porePressureU2", "MPa", 1});
     ReadValues(result, columns, bytes_, builder);
     ImportedSounding s = builder.Finish();
     s.format = FileFormat::BroXml;
@@ -265,6 +277,7 @@ ImportedSounding Document::Sounding(const pugi::xml_node& cpt, DepthChoice depth
         if (ParseNumber(Text(pre), v) && divisor) s.record.predrilled = v / *divisor;
     }
     s.site = SiteOf(cpt);
+    if (double v = 0; ParseNumber(Text(FirstNamed(cpt, "coneSurfaceQuotient")), v)) s.areaRatio = v;
     s.project.location = s.id;
     s.project.coneNo = Text(FirstNamed(cpt, "conePenetrometerType"));
     std::string date = Text(FirstNamed(FirstNamed(cpt, "conePenetrationTest"), "timePosition"));

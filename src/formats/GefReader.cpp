@@ -155,6 +155,10 @@ struct Layout {
     std::array<int, 3> column{};
     std::array<std::optional<double>, 3> voids;
     std::array<std::string, 3> name;
+    int u2Column = 0;  // 0: none read
+    std::optional<double> u2Void;
+    ColumnUse u2;
+    std::string u2Unread;  // why the file's u2 column is not read
 };
 
 char SeparatorOf(const std::vector<HeaderEntry>& header, std::string_view keyword)
@@ -162,6 +166,29 @@ char SeparatorOf(const std::vector<HeaderEntry>& header, std::string_view keywor
     const HeaderEntry* e = First(header, keyword);
     if (!e || e->value.empty()) return 0;
     return e->value.front() == ' ' ? 0 : e->value.front();
+}
+
+// The u2 column (quantity 6) where the file has one. Nothing about it refuses the
+// file, which the program has always read whatever its u2 column holds: what keeps
+// it from being read is returned instead.
+std::string FindU2(const std::vector<GefColumn>& columns, Layout& layout)
+{
+    const GefColumn* found = nullptr;
+    for (const GefColumn& c : columns) {
+        if (c.quantity != 6) continue;
+        if (found)
+            return "columns " + std::to_string(found->number) + " and " + std::to_string(c.number) +
+                   " both hold quantity 6 (u2)";
+        found = &c;
+    }
+    if (!found) return {};
+    const auto divisor = FindDivisor(found->unit, Dimension::Stress);
+    if (!divisor)
+        return "column " + std::to_string(found->number) + " (quantity 6, u2) is in " + Quoted(found->unit) +
+               ", which is not a stress the import knows";
+    layout.u2Column = found->number;
+    layout.u2 = {"u2", "quantity 6", found->unit, *divisor};
+    return {};
 }
 
 Layout MakeLayout(const std::vector<HeaderEntry>& header, DepthChoice depth, std::array<ColumnUse, 3>& uses)
@@ -183,11 +210,13 @@ Layout MakeLayout(const std::vector<HeaderEntry>& header, DepthChoice depth, std
         uses[k] = {k == 0 ? "depth" : wanted[k].role, "quantity " + std::to_string(c.quantity), c.unit,
                    UnitDivisor(c.unit, wanted[k].dimension, At(c.line) + ": " + layout.name[k])};
     }
+    layout.u2Unread = FindU2(columns, layout);
     for (const HeaderEntry& e : header) {
         if (e.keyword != "COLUMNVOID") continue;
         const auto f = Fields(e);
         int number = 0;
         if (f.size() < 2 || !WholeNumber(f[0], number)) continue;
+        if (double v = 0; number == layout.u2Column && ParseNumber(f[1], v)) layout.u2Void = v;
         for (std::size_t k = 0; k < 3; ++k) {
             double v = 0;
             if (number != layout.column[k]) continue;
@@ -213,7 +242,8 @@ std::vector<std::string_view> ScanFields(std::string_view record, char separator
 
 void ReadScan(std::string_view record, long long line, const Layout& layout, SoundingBuilder& builder)
 {
-    const auto used = static_cast<std::size_t>(*std::max_element(layout.column.begin(), layout.column.end()));
+    const auto used = static_cast<std::size_t>(
+        std::max(*std::max_element(layout.column.begin(), layout.column.end()), layout.u2Column));
     const std::vector<std::string_view> fields = ScanFields(record, layout.columnSeparator, used);
     RowValues values;
     for (std::size_t k = 0; k < 3; ++k) {
@@ -225,7 +255,13 @@ void ReadScan(std::string_view record, long long line, const Layout& layout, Sou
             Refuse(At(line) + ": " + layout.name[k] + " holds " + Quoted(fields[column - 1]) + ", not a number");
         if (!(layout.voids[k] && v == *layout.voids[k])) values[k] = v;
     }
-    builder.AddRow(line, values);
+    // A short row or a value that is no number leaves the reading without u2.
+    std::optional<double> u2;
+    const auto u2Column = static_cast<std::size_t>(layout.u2Column);
+    if (double v = 0; u2Column > 0 && u2Column <= fields.size() && ParseNumber(fields[u2Column - 1], v) &&
+                      !(layout.u2Void && v == *layout.u2Void))
+        u2 = v;
+    builder.AddRow(line, values, 0, u2);
 }
 
 void ReadScans(LineCursor& cursor, const Layout& layout, SoundingBuilder& builder)
@@ -343,15 +379,27 @@ SiteLocation Site(const std::vector<HeaderEntry>& header)
     return site;
 }
 
-std::optional<double> Predrilled(const std::vector<HeaderEntry>& header)
+// #MEASUREMENTVAR n in metres, a length without a unit taken as metres; empty
+// where it is absent, "-" or in a unit that is no length.
+std::optional<double> MeasuredLength(const std::vector<HeaderEntry>& header, int index)
 {
-    const HeaderEntry* e = Indexed(header, "MEASUREMENTVAR", 13);
+    const HeaderEntry* e = Indexed(header, "MEASUREMENTVAR", index);
     if (!e) return std::nullopt;
     const auto f = Fields(*e);
     double v = 0;
     if (f.size() < 2 || !ParseNumber(f[1], v)) return std::nullopt;
     const auto divisor = FindDivisor(f.size() > 2 ? f[2] : std::string_view("m"), Dimension::Length);
     return divisor ? std::optional<double>(v / *divisor) : std::nullopt;
+}
+
+// #MEASUREMENTVAR 3, the net area ratio of the cone, where it is a number.
+std::optional<double> AreaRatio(const std::vector<HeaderEntry>& header)
+{
+    const HeaderEntry* e = Indexed(header, "MEASUREMENTVAR", 3);
+    if (!e) return std::nullopt;
+    const auto f = Fields(*e);
+    double v = 0;
+    return f.size() > 1 && ParseNumber(f[1], v) ? std::optional<double>(v) : std::nullopt;
 }
 
 // "1.1.0 (GEF-CPT-Report 1.1.2)"; refuses a report of another kind (GEF-BORE, say).
@@ -380,6 +428,7 @@ ImportedSounding ReadGef(std::string_view bytes, DepthChoice depth)
     std::array<ColumnUse, 3> uses;
     const Layout layout = MakeLayout(header, depth, uses);
     SoundingBuilder builder(uses, "line");
+    if (layout.u2Column > 0) builder.TakeU2(layout.u2);
     ReadScans(cursor, layout, builder);
     ImportedSounding s = builder.Finish();
     s.format = FileFormat::Gef;
@@ -388,7 +437,11 @@ ImportedSounding ReadGef(std::string_view bytes, DepthChoice depth)
     s.site = Site(header);
     s.id = s.project.location;
     s.record.encoding = decoded.encoding;
-    s.record.predrilled = Predrilled(header);
+    s.record.predrilled = MeasuredLength(header, 13);
+    s.u2Unread = layout.u2Unread;
+    s.areaRatio = AreaRatio(header);
+    s.groundwater = MeasuredLength(header, 14);
+    if (s.groundwater) s.groundwaterSource = "#MEASUREMENTVAR 14";
     return s;
 }
 

@@ -88,7 +88,9 @@ SoundingBuilder::SoundingBuilder(std::array<ColumnUse, 3> columns, std::string p
     record_.columns.assign(columns_.begin(), columns_.end());
 }
 
-void SoundingBuilder::AddRow(long long at, const RowValues& values, int push)
+void SoundingBuilder::TakeU2(ColumnUse column) { u2Column_ = std::move(column); }
+
+void SoundingBuilder::AddRow(long long at, const RowValues& values, int push, std::optional<double> u2)
 {
     ++record_.rowsRead;
     const std::optional<double> depth =
@@ -128,6 +130,11 @@ void SoundingBuilder::AddRow(long long at, const RowValues& values, int push)
     qc_.push_back(stored[1]);
     fs_.push_back(stored[2]);
     push_.push_back(push);
+    if (!u2Column_) return;
+    // Too large to store is as good as void here: u2 must not refuse a file the
+    // program has always read.
+    const auto stored2 = u2 ? static_cast<float>(*u2 / u2Column_->divisor) : 0.0f;
+    u2_.push_back(u2 && std::isfinite(stored2) ? std::optional<float>(stored2) : std::nullopt);
 }
 
 ImportedSounding SoundingBuilder::Finish(std::vector<Push> pushes)
@@ -154,6 +161,8 @@ ImportedSounding SoundingBuilder::Finish(std::vector<Push> pushes)
         s.depth.push_back(depth_[i]);
         s.qc.push_back(qc_[i]);
         s.fs.push_back(fs_[i]);
+        if (u2Column_) s.u2.push_back(u2_[i]);
+        if (!pushes.empty()) s.readingPush.push_back(push_[i]);
         if (push_[i] < 0 || static_cast<std::size_t>(push_[i]) >= pushes.size()) continue;
         Push& p = pushes[static_cast<std::size_t>(push_[i])];
         if (p.readings++ == 0) p.top = p.bottom = depth_[i];
@@ -164,6 +173,7 @@ ImportedSounding SoundingBuilder::Finish(std::vector<Push> pushes)
     MergeVoidRuns(record_.voidRuns, s.depth);
     s.record = record_;
     s.pushes = std::move(pushes);
+    if (u2Column_) s.u2Column = *u2Column_;
     return s;
 }
 

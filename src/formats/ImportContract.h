@@ -41,8 +41,13 @@ public:
     // stand in messages ("line", "row").
     SoundingBuilder(std::array<ColumnUse, 3> columns, std::string place);
 
-    // One row; `at` is its line or row number, `push` an index into the pushes (AGS4).
-    void AddRow(long long at, const RowValues& values, int push = 0);
+    // The file's u2 column, read beside the three: its values follow their rows
+    // through the sort, and a void one leaves its reading without u2, never voids the row.
+    void TakeU2(ColumnUse column);
+
+    // One row; `at` is its line or row number, `push` an index into the pushes (AGS4),
+    // `u2` the row's u2 as written (empty: void or not a number).
+    void AddRow(long long at, const RowValues& values, int push = 0, std::optional<double> u2 = std::nullopt);
 
     // Negation, sort and record; the sounding's other fields are the caller's.
     ImportedSounding Finish(std::vector<Push> pushes = {});
@@ -52,6 +57,8 @@ private:
     std::string place_;
     std::vector<float> depth_, qc_, fs_;
     std::vector<int> push_;
+    std::optional<ColumnUse> u2Column_;
+    std::vector<std::optional<float>> u2_;
     ImportRecord record_;
     bool inVoidRun_ = false;
     std::optional<double> lastVoidDepth_;

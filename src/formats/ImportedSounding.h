@@ -60,6 +60,7 @@ struct Push {
     int readings = 0;
     float top = 0.0f;
     float bottom = 0.0f;
+    std::optional<double> areaRatio = std::nullopt;  // SCPG_CAR, the cone's net area ratio in this push
 };
 
 // Where the sounding stands, as the file states it: plan coordinates in its
@@ -82,6 +83,18 @@ struct ImportedSounding {
     ImportRecord record;
     std::string locaId;        // AGS4 only
     std::vector<Push> pushes;  // AGS4 only, in file order
+
+    // What the normalised soil behaviour type takes beyond depth, qc and fs. None of
+    // it changes the readings above: a void u2 leaves its reading without u2.
+    // u2 in MPa, one per reading in the readings' order when the file has a u2 column
+    // (empty when it has none); an empty optional where the reading's u2 is void.
+    std::vector<std::optional<float>> u2;
+    ColumnUse u2Column;      // role "u2"; source empty when the file has no u2 column
+    std::string u2Unread;    // why a u2 column the file has was not read ("" when it was)
+    std::optional<double> areaRatio;    // the file's net area ratio (GEF, BRO-XML)
+    std::optional<double> groundwater;  // metres below depth 0, as the file states it
+    std::string groundwaterSource;      // "#MEASUREMENTVAR 14", "SCPG_WAT of push CPT01"
+    std::vector<int> readingPush;       // AGS4: each reading's push, an index into pushes
 };
 
 }  // namespace pemlo::formats

@@ -25,12 +25,13 @@ bool IsSeparator(char c) { return c == ',' || c == ' ' || c == '\t'; }
 // One reading: NumColumns values, the first three into the readings at index i.
 // The index is checked before anything is read, so the 4001st reading fails as an
 // index error whatever its line holds.
-void ReadReading(Declarations& d, TextChannel& ch, Integer i, Integer columns)
+void ReadReading(Declarations& d, TextChannel& ch, Integer i, Integer columns, FurtherColumn* further)
 {
     float* const targets[] = {&d.Depth[i], &d.Q_Tip[i], &d.Q_Sleeve[i]};
     for (Integer k = 0; k < columns; ++k) {
         const float value = ch.InputNumber();
         if (k < MinColumns) *targets[k] = value;
+        if (further && k + 1 == further->column) further->values.push_back(value);
     }
 }
 
@@ -117,7 +118,7 @@ Integer CountColumns(Declarations& d, FileChannels& files)
     return count;
 }
 
-ReadReport ReadConeData(Declarations& d, FileChannels& files)
+ReadReport ReadConeData(Declarations& d, FileChannels& files, FurtherColumn* further)
 {
     Progress p;
     try {
@@ -149,7 +150,7 @@ ReadReport ReadConeData(Declarations& d, FileChannels& files)
         Integer i = 1;
         do {
             p.readingStart = ch.Position();
-            ReadReading(d, ch, i, d.NumColumns);
+            ReadReading(d, ch, i, d.NumColumns, further);
             Increment(i);
             ++p.readings;
         } while (!ch.AtEndOfFile());
@@ -168,10 +169,10 @@ ReadReport ReadConeData(Declarations& d, FileChannels& files)
     }
 }
 
-ReadReport LoadDataFile(Declarations& d, FileChannels& files)
+ReadReport LoadDataFile(Declarations& d, FileChannels& files, FurtherColumn* further)
 {
     d.NumColumns = CountColumns(d, files);
-    return ReadConeData(d, files);
+    return ReadConeData(d, files, further);
 }
 
 ReadReport ReportCountError(const RunTimeError& error, const Declarations& d, FileChannels& files)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/Declarations.h"
 #include "runtime/FileChannels.h"
@@ -44,14 +45,21 @@ struct ReadReport {
     std::string Describe() const;  // one sentence for people: what and where
 };
 
+// A further column (4 or 5) of every reading, read as the reader reads every value
+// and kept for a caller that wants it (u2); the desktop program discards it.
+struct FurtherColumn {
+    int column = 0;
+    std::vector<float> values;  // one per reading read
+};
+
 // The reader: NumColumns must hold the counter's result. Reads every reading on
 // channel FileNum as the open-file screen's load does and reports the outcome; on
 // NeverEnds nothing is read and the channel stays open.
-ReadReport ReadConeData(Declarations& d, FileChannels& files);
+ReadReport ReadConeData(Declarations& d, FileChannels& files, FurtherColumn* further = nullptr);
 
 // Counter then reader, as "Load Data File" runs them: NumColumns = CountColumns().
 // A run-time error of the counter propagates (the caller ends silently on it).
-ReadReport LoadDataFile(Declarations& d, FileChannels& files);
+ReadReport LoadDataFile(Declarations& d, FileChannels& files, FurtherColumn* further = nullptr);
 
 // The report for a run-time error that the column counter raised, for callers that
 // want to tell the user why (the desktop program ends silently instead). Reads, but

@@ -121,6 +121,8 @@ void EnglishToSI(Declarations& d)
         [mpaPerTsf](float v) { return Times(v, mpaPerTsf); });
 }
 
+float StressEnglishToSI(float value) { return Times(value, Reciprocal(TsfPerMPa)); }
+
 void IntervalsSIToEnglish(Declarations& d)
 {
     ConvertIntervals(

@@ -15,6 +15,10 @@ void MilliVoltsToSI(Declarations& d, float& TipFactor, float& SleeveFactor);
 void SIToEnglish(Declarations& d);
 void EnglishToSI(Declarations& d);
 
+// One stress in tsf to MPa exactly as EnglishToSI converts qc, for a further column
+// that is in the units of qc (a plain file's u2).
+float StressEnglishToSI(float value);
+
 // Interval arrays (IntDepth, IntQTip, IntQSleeve, 1..NumIntervals), for the
 // classification only; DataUnits is not changed.
 void IntervalsSIToEnglish(Declarations& d);

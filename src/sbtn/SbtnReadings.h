@@ -24,6 +24,7 @@ struct SbtnReadings {
     std::optional<double> groundwater;  // metres below depth 0, as the file states it
 
     std::string u2Source;           // "quantity 6 [MPa]", "SCPT_PWP2 [MPa]", "column 4"; empty: none
+    std::string u2Unread;           // why the file's u2 column was not read; empty: it was, or none
     int withoutU2 = 0;              // readings that have no u2 although the column exists
     std::string areaRatioSource;    // "#MEASUREMENTVAR 3", "coneSurfaceQuotient", "SCPG_CAR"; empty: none
     std::string groundwaterSource;  // "#MEASUREMENTVAR 14", "SCPG_WAT"; empty: none
