@@ -15,15 +15,6 @@ namespace pemlo::cli {
 
 namespace {
 
-struct SbtState {
-    RoadCommandOptions options;
-    std::vector<std::string> files;
-    std::string outDir;
-    sbtn::SbtnOptions sbtn;
-    std::string unitWeight = "auto";
-    int u2Column = 0;
-};
-
 // Where u2, a and D came from, for the notes and the JSON.
 std::vector<std::string> InputLines(const sbtn::SbtnReadings& /*readings*/)
 {
@@ -91,9 +82,9 @@ std::optional<double> ParseUnitWeight(const std::string& text)
     return value;
 }
 
-// The options as one whole: a value that cannot be used, or --u2-column with
-// millivolt readings (no factor is known for u2), is a wrong call.
-void CheckCall(SbtState& state)
+}  // namespace
+
+void CheckSbtCall(SbtState& state)
 {
     state.sbtn.unitWeight = ParseUnitWeight(state.unitWeight);
     if (const std::string why = sbtn::CheckOptions(state.sbtn); !why.empty())
@@ -124,8 +115,6 @@ void AddSbtOptions(CLI::App& command, SbtState& state)
             ->type_name("4|5"));
 }
 
-}  // namespace
-
 void AddSbtCommand(CLI::App& app)
 {
     auto state = std::make_shared<SbtState>();
@@ -140,7 +129,7 @@ void AddSbtCommand(CLI::App& app)
                         "Write one result file per input into this directory and print a summary")
         ->type_name("DIR");
     command->callback([state] {
-        CheckCall(*state);
+        CheckSbtCall(*state);
         const SbtState& s = *state;
         const BatchJob job{ExpandInputs(s.files, s.options.depth), s.outDir, s.options.format, "readings",
                            SbtCsvHeader(true), [&s](const Input& input, CsvLayout layout, bool recordInNotes) {

@@ -1,0 +1,139 @@
+// The log's pages: how many a scale takes, that each takes up the depth where the last
+// ended, the round ticks of its axes, and which layer and zone a reading belongs to.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "log/LogData.h"
+#include "log/LogLayout.h"
+
+namespace pemlo::log {
+namespace {
+
+TEST(LogLayout, PagesAtAScaleFollowOnWithoutGapOrOverlap)
+{
+    const struct {
+        const char* fault;
+        Paper paper;
+        double deepest;
+        int scale;
+        std::size_t pages;
+        double firstPageBottom;  // metres
+    } cases[] = {
+        {"the whole sounding must fit one page, to the next whole metre", Paper::A4, 24.31, 0, 1, 25.0},
+        {"a sounding ending on a whole metre is not widened", Paper::A4, 25.0, 0, 1, 25.0},
+        {"a sounding of no depth still gets a metre", Paper::Letter, 0.0, 0, 1, 1.0},
+        // The plot runs from 10 + 33 + 2 + 11 mm down to 10 + 17 + 2 mm above the page's
+        // foot: 212 mm on A4, 194.4 mm on letter.
+        {"1:100 is 21.2 m per A4 page", Paper::A4, 24.31, 100, 2, 21.2},
+        {"a depth just past a page's end opens one more", Paper::A4, 21.21, 100, 2, 21.2},
+        {"a depth on a page's end needs no empty page", Paper::A4, 21.2, 100, 1, 21.2},
+        {"1:50 on letter is 9.72 m per page", Paper::Letter, 30.0, 50, 4, 9.72},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        const LogLayout layout = MakeLayout(c.paper, false, c.deepest, c.scale);
+        ASSERT_EQ(layout.pages.size(), c.pages);
+        EXPECT_NEAR(layout.pages.front().bottomDepth, c.firstPageBottom, 1e-9);
+        EXPECT_EQ(layout.pages.front().topDepth, 0.0);
+        EXPECT_GE(layout.pages.back().bottomDepth, c.deepest);
+        for (std::size_t i = 1; i < layout.pages.size(); ++i)
+            EXPECT_EQ(layout.pages[i].topDepth, layout.pages[i - 1].bottomDepth);
+        if (c.scale > 0) {
+            // 1:N: one metre of depth is 1000/N mm of paper.
+            const DepthAxis& a = layout.pages.front();
+            EXPECT_NEAR(a.Y(1.0) - a.Y(0.0), 1000.0 / c.scale, 1e-9);
+        }
+    }
+}
+
+TEST(LogLayout, ColumnsShareTheDepthAxisAndNeverOverlap)
+{
+    for (const bool u2 : {false, true}) {
+        const LogLayout layout = MakeLayout(Paper::Letter, u2, 12.0, 0);
+        EXPECT_EQ(layout.columns.size(), u2 ? 9u : 8u);
+        for (std::size_t i = 0; i < layout.columns.size(); ++i) {
+            const Box& b = layout.columns[i].box;
+            EXPECT_EQ(b.top, layout.pages.front().plotTop);
+            EXPECT_EQ(b.Bottom(), layout.pages.front().plotBottom);
+            if (i > 0) {
+                EXPECT_GT(b.left, layout.columns[i - 1].box.Right());
+            }
+        }
+        EXPECT_LE(layout.columns.back().box.Right(), layout.pageWidth - 10.0 + 1e-9);
+        EXPECT_GE(layout.legend.top, layout.pages.front().plotBottom);
+    }
+}
+
+TEST(LogLayout, RoundTicksCoverTheDataInWholeSteps)
+{
+    const struct {
+        const char* fault;
+        double low, high;
+        int most;
+        Ticks expected;
+    } cases[] = {
+        {"a step of 2.5 times a power of ten is allowed", 0, 9.5, 4, {0, 10, 2.5}},
+        {"no step finer than the most ticks allow", 0, 23.7, 4, {0, 30, 10}},
+        {"ends widen to whole steps", 0, 31, 4, {0, 40, 10}},
+        {"small values keep their decimals", 0, 0.37, 4, {0, 0.4, 0.1}},
+        {"a negative low end is widened down", -12, 180, 3, {-100, 200, 100}},
+        {"an empty range is still an axis", 0, 0, 3, {0, 1, 0.5}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        const Ticks t = RoundTicks(c.low, c.high, c.most);
+        EXPECT_NEAR(t.low, c.expected.low, 1e-12);
+        EXPECT_NEAR(t.high, c.expected.high, 1e-12);
+        EXPECT_NEAR(t.step, c.expected.step, 1e-12);
+        EXPECT_LE(std::lround((t.high - t.low) / t.step), c.most);
+    }
+    EXPECT_EQ(TickText(2.5, 2.5), "2.5");
+    EXPECT_EQ(TickText(-0.0, 1), "0");
+    EXPECT_EQ(TickText(20, 10), "20");
+}
+
+sbtn::SbtnRow Reading(double depth, int zone, bool valid = true)
+{
+    sbtn::SbtnRow r;
+    r.depth = depth;
+    r.invalid = valid ? sbtn::Invalid::None : sbtn::Invalid::NetResistance;
+    r.values.zone = zone;
+    return r;
+}
+
+TEST(LogData, LayersTakeTheZoneMostOfTheirValidReadingsFallIn)
+{
+    sbtn::SbtnResult sbt;
+    sbt.rows = {Reading(0.05, 6), Reading(0.3, 6), Reading(0.6, 3), Reading(0.9, 3), Reading(1.2, 4),
+                Reading(1.5, 4, false), Reading(1.8, 4, false), Reading(2.1, 5), Reading(2.6, 7)};
+    std::vector<profile::SoilLayer> layers(3);
+    layers[0].top = 0.1, layers[0].bottom = 0.5, layers[0].soil = profile::Soil::Sand;
+    layers[1].top = 0.5, layers[1].bottom = 2.0, layers[1].soil = profile::Soil::Clay;
+    layers[2].top = 2.0, layers[2].bottom = 2.4, layers[2].soil = profile::Soil::Silt;
+    const auto log = LogLayers(layers, 1.0, sbt);
+    ASSERT_EQ(log.size(), 3u);
+    const struct {
+        const char* fault;
+        int zone;
+    } expected[] = {
+        {"a reading above the first layer belongs to it", 6},
+        {"invalid readings must not vote (they hold zone 4 twice)", 3},
+        {"a tie goes to the lower zone; a reading below the last layer belongs to it", 5},
+    };
+    for (std::size_t i = 0; i < 3; ++i) {
+        SCOPED_TRACE(expected[i].fault);
+        EXPECT_EQ(log[i].zone, expected[i].zone);
+        EXPECT_EQ(log[i].number, static_cast<int>(i) + 1);
+    }
+    EXPECT_EQ(DominantZone(sbt, 1.4, 1.9), 0) << "a range of invalid readings only has no zone";
+    // Feet become metres.
+    EXPECT_NEAR(LogLayers(layers, 0.3048, sbt)[1].bottom, 0.6096, 1e-12);
+    EXPECT_EQ(LayerIndexAt(log, 0.0), 0);
+    EXPECT_EQ(LayerIndexAt(log, 0.5), 1) << "a layer's top belongs to it";
+    EXPECT_EQ(LayerIndexAt(log, 9.0), 2);
+    EXPECT_EQ(LayerIndexAt({}, 1.0), -1);
+}
+
+}  // namespace
+}  // namespace pemlo::log
