@@ -2,7 +2,8 @@
 // classify` against the tests' scalar oracle built into an executable with the same
 // reader and the same output (pemlo-oracle-classify), on the worst case (4000 readings
 // down to 3276 m, 32,761 intervals) and on a real sounding of 1,218 readings; and on
-// that sounding against `wc -l`, the cost of starting a process and reading the file.
+// that sounding against `wc -l`, the cost of starting a process and reading the file;
+// and `pemlo-cli sbt` against `pemlo-cli classify` on the largest import there is.
 // The two commands of a pair run in turn, A B A B ..., and the figures are medians of
 // wall-clock time with standard output thrown away.
 //   bench_processes [runs]
@@ -92,6 +93,27 @@ std::string WriteWorstCase()
     return path.string();
 }
 
+// A GEF import of 32,766 readings every 5 mm with u2, the area ratio and the
+// groundwater stated: the largest that classify goes through (at 32,767 its 16-bit
+// running index overflows after the last reading, exit 4), so that both commands of
+// the pair do their whole work.
+std::string WriteLargestImport()
+{
+    const fs::path path = fs::temp_directory_path() / ("pemlo-largest-" + std::to_string(getpid()) + ".gef");
+    std::ofstream out(path, std::ios::binary);
+    out << "#GEFID= 1, 1, 0\r\n#COLUMN= 4\r\n#COLUMNINFO= 1, m, penetration length, 1\r\n"
+           "#COLUMNINFO= 2, MPa, qc, 2\r\n#COLUMNINFO= 3, MPa, fs, 3\r\n#COLUMNINFO= 4, MPa, u2, 6\r\n"
+           "#MEASUREMENTVAR= 3, 0.8, -, area ratio\r\n#MEASUREMENTVAR= 14, 1.5, m, groundwater\r\n"
+           "#REPORTCODE= GEF-CPT-Report, 1, 1, 2\r\n#EOH=\r\n";
+    char line[80];
+    for (int i = 1; i <= 32766; ++i) {
+        std::snprintf(line, sizeof line, "%.3f %.3f %.4f %.4f\r\n", i * 0.005, 0.5 + 15.0 * ((i * 37) % 101) / 101,
+                      0.005 + 0.1 * ((i * 53) % 97) / 97, 0.01 * i * 0.005 + 0.05 * ((i * 29) % 13) / 13);
+        out << line;
+    }
+    return path.string();
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -102,6 +124,7 @@ int main(int argc, char** argv)
     const std::string oracle = (here / "pemlo-oracle-classify").string();
     const std::string real = PEMLO_SOUNDINGS_DIR "/b003688.txt";
     const std::string worst = WriteWorstCase();
+    const std::string largest = WriteLargestImport();
 
     std::printf("Whole processes, median wall time of %d runs (ms), A and B in turn\n", runs);
     std::printf("%-58s %8s %8s %7s %7s\n", "A against B", "A", "B", "A/B", "target");
@@ -114,7 +137,11 @@ int main(int argc, char** argv)
     Compare({"pemlo-cli classify, b003688, against wc -l on it", {cli, "classify", real, "--data-units", "si"},
              {"wc", "-l", real}, 3.0},
             runs);
+    Compare({"pemlo-cli sbt, 32,766-reading GEF import, against classify", {cli, "sbt", largest},
+             {cli, "classify", largest}, 1.5},
+            runs);
     std::error_code ec;
     fs::remove(worst, ec);
+    fs::remove(largest, ec);
     return 0;
 }

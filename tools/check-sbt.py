@@ -12,7 +12,8 @@ zone boundary. The counts in the JSON must match the rows.
 
 --plain-u2 DIR: every plain ASCII file among FILE is also checked with a u2 column
 added in column 4 and, in a second copy, column 5 (written into DIR), read with
---data-units si --u2-column 4|5. --skip-refused: a file the import refuses (exit 3)
+--data-units si --u2-column 4|5; with SI data the rows' depth, qc, fs and u2 must be
+the file's text in single precision. --skip-refused: a file the import refuses (exit 3)
 is skipped rather than failed; at least one file must be checked.
 Exit status 0 when every input agrees, 1 otherwise.
 """
@@ -24,8 +25,10 @@ import json
 import math
 import os
 import shlex
+import struct
 import subprocess
 import sys
+from fractions import Fraction
 
 PA = 100.0
 COLUMNS = ("depth,qc,fs,u2,qt,rf,gamma,sigma_v0,u0,sigma_v0_eff,qn,qt1,fr,bq,n,qtn,ic,zone").split(",")
@@ -223,6 +226,31 @@ def with_u2_column(path, column, folder):
     return target
 
 
+def to_f32(text):
+    """The single-precision value nearest the decimal text, exactly (no double rounding)."""
+    exact = Fraction(text)
+    guess = struct.unpack("<I", struct.pack("<f", float(text)))[0]
+    candidates = [(struct.unpack("<f", struct.pack("<I", b))[0], b) for b in (guess - 1, guess, guess + 1)
+                  if 0 <= b < 1 << 32]
+    candidates = [(v, b) for v, b in candidates if math.isfinite(v)]
+    return min(candidates, key=lambda c: (abs(Fraction(c[0]) - exact), c[1] & 1))[0]
+
+
+def check_si_inputs(cli, args, path, column):
+    """An SI plain file's depth, qc, fs and u2 reach the rows as the file's text in single
+    precision, u2 from the column named."""
+    rows = list(csv.DictReader(io.StringIO(run(cli, args))))
+    with open(path, newline="") as f:
+        lines = [line.split(",") for line in f.read().split("\r\n")[10:] if line]
+    faults = [i + 1 for i, (r, fields) in enumerate(zip(rows, lines))
+              if [float(r[k]) for k in ("depth", "qc", "fs", "u2")]
+              != [to_f32(fields[0]), to_f32(fields[1]), to_f32(fields[2]), to_f32(fields[column - 1])]]
+    if len(rows) != len(lines) or faults:
+        print(f"{path}: the inputs differ from the file at readings {faults[:10]} ({len(rows)} rows, {len(lines)} lines)")
+        return False
+    return True
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--cli", required=True)
@@ -243,7 +271,10 @@ def main():
             for column in (4, 5):
                 copy = with_u2_column(path, column, options.plain_u2)
                 units = [] if "--data-units" in extra else ["--data-units", "si"]
-                ok = check(options.cli, extra + units + ["--u2-column", str(column), copy]) and ok
+                call = extra + units + ["--u2-column", str(column), copy]
+                ok = check(options.cli, call) and ok
+                if "english" not in extra and "mv" not in extra:
+                    ok = check_si_inputs(options.cli, call, copy, column) and ok
     if CHECKED[0] == 0:
         print("no file was checked")
         ok = False

@@ -15,10 +15,17 @@ namespace pemlo::cli {
 
 namespace {
 
-// Where u2, a and D came from, for the notes and the JSON.
-std::vector<std::string> InputLines(const sbtn::SbtnReadings& /*readings*/)
+// What a plain file's road that failed says, in the words classify uses: the road is
+// run again up to the cleaning to describe it.
+std::string RoadFailure(const RoadOptions& options, const sbtn::GatherResult& gathered)
 {
-    return {};
+    if (!gathered.refusal.empty()) return gathered.refusal;
+    RoadOptions again = options;
+    again.classify = false;
+    const auto d = std::make_unique<Declarations>();
+    const RoadResult result = RunRoad(again, *d);
+    return result.status != RoadStatus::Done ? DescribeRoadFailure(result, again, *d)
+                                             : DescribeRoadFailure(gathered.road, again, *d);
 }
 
 // The values taken for want of the file's.
@@ -43,8 +50,7 @@ FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, 
     for (const std::string& warning : gathered.road.warnings)
         notes += "pemlo-cli: warning: " + input.name + ": " + warning + "\n";
     if (gathered.road.status != RoadStatus::Done)
-        return Failed(ExitCodeOf(gathered.road.status),
-                      gathered.refusal.empty() ? gathered.road.errorMessage : gathered.refusal, notes);
+        return Failed(ExitCodeOf(gathered.road.status), RoadFailure(road, gathered), notes);
     if (!gathered.refusal.empty()) return Failed(ExitReadFailed, gathered.refusal, notes);
     if (state.options.strict && !gathered.road.warnings.empty())
         return Failed(ExitReadFailed, "--strict: " + std::to_string(gathered.road.warnings.size()) + " unit warning" +
@@ -55,7 +61,7 @@ FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, 
     if (!result->refusal.empty()) return Failed(ExitReadFailed, result->refusal, notes);
     SbtFacts facts{{input.name, input.sounding ? Integer{DataSI} : static_cast<Integer>(state.options.dataUnits),
                     GraphSI, static_cast<int>(result->rows.size()), nullptr, gathered.road.warnings},
-                   InputLines(gathered.readings)};
+                   sbtn::DescribeSbtnInputs(gathered.readings)};
     for (const std::string& line : facts.inputLines) notes += "pemlo-cli: note: " + input.name + ": " + line + "\n";
     notes += AssumedNotes(input.name, *result);
 

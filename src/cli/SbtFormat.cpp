@@ -5,7 +5,9 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <cstring>
 #include <ostream>
+#include <thread>
 
 #include "cli/ImportJson.h"
 
@@ -47,61 +49,112 @@ Cells CellsOf(const SbtnRow& r)
     return c;
 }
 
-// Text gathered in a buffer and handed to the stream some kilobytes at a time.
+// Text put into a fixed buffer and handed on some kilobytes at a time, to the stream
+// or to a string (a part of the rows made on another core).
 class Buffer {
 public:
-    explicit Buffer(std::ostream& out) : out_(out) { text_.reserve(Limit + 1024); }
+    explicit Buffer(std::ostream& out) : out_(&out) {}
+    explicit Buffer(std::string& text) : text_(&text) {}
     ~Buffer() { Flush(); }
     Buffer(const Buffer&) = delete;
     Buffer& operator=(const Buffer&) = delete;
 
-    void Text(std::string_view s) { text_.append(s); }
+    void Text(std::string_view s)
+    {
+        if (used_ + s.size() > buffer_.size()) Flush();
+        if (s.size() > buffer_.size()) return Hand(s);
+        std::memcpy(buffer_.data() + used_, s.data(), s.size());
+        used_ += s.size();
+    }
+    void Char(char c) { buffer_[used_++] = c; }  // within a row: EndRow leaves room for one
+    // JSON and CSV have no text for a value that is not finite: it is left empty.
     void Number(double value)
     {
-        char digits[32];
-        // JSON and CSV have no text for a value that is not finite: such a value is left empty.
-        if (!std::isfinite(value)) return;
-        text_.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+        if (std::isfinite(value))
+            used_ = static_cast<std::size_t>(
+                std::to_chars(buffer_.data() + used_, buffer_.data() + used_ + 32, value).ptr - buffer_.data());
     }
     void Integer(long long value)
     {
-        char digits[24];
-        text_.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+        used_ = static_cast<std::size_t>(
+            std::to_chars(buffer_.data() + used_, buffer_.data() + used_ + 24, value).ptr - buffer_.data());
     }
     void EndRow()
     {
-        text_ += '\n';
-        if (text_.size() >= Limit) Flush();
+        Char('\n');
+        RowDone();
+    }
+    // The end of a row: the buffer goes on once it has no room for another.
+    void RowDone()
+    {
+        if (used_ > buffer_.size() - Room) Flush();
     }
 
+    static constexpr std::size_t Room = 2048;  // more than any row takes
+
 private:
-    static constexpr std::size_t Limit = 16384;
+    void Hand(std::string_view s)
+    {
+        if (out_) out_->write(s.data(), static_cast<std::streamsize>(s.size()));
+        if (text_) text_->append(s);
+    }
     void Flush()
     {
-        out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-        text_.clear();
+        Hand({buffer_.data(), used_});
+        used_ = 0;
     }
-    std::ostream& out_;
-    std::string text_;
+    std::ostream* out_ = nullptr;
+    std::string* text_ = nullptr;
+    std::array<char, 32768> buffer_;
+    std::size_t used_ = 0;
 };
+
+// The rows of a long sounding are made in two halves, the second on another core into
+// a string that follows the first into the stream: the text is the same.
+template <class MakeRows>
+void InTwoHalves(std::ostream& out, std::size_t count, const MakeRows& make)
+{
+    constexpr std::size_t SplitFrom = 8192;
+    if (count < SplitFrom || std::thread::hardware_concurrency() < 2) {
+        Buffer b(out);
+        make(b, 0, count);
+        return;
+    }
+    const std::size_t half = count / 2;
+    std::string second;
+    second.reserve((count - half) * 400);  // more than a row takes: no copy as it grows
+    {
+        std::jthread other([&] {
+            Buffer b(second);
+            make(b, half, count);
+        });
+        Buffer b(out);
+        make(b, 0, half);
+    }
+    out.write(second.data(), static_cast<std::streamsize>(second.size()));
+}
+
+void CsvRow(Buffer& b, const SbtnRow& r, std::string_view fileField)
+{
+    b.Text(fileField);
+    const Cells cells = CellsOf(r);
+    for (std::size_t c = 0; c < cells.size(); ++c) {
+        if (c > 0) b.Char(',');
+        if (cells[c]) b.Number(*cells[c]);
+    }
+    b.Char(',');
+    if (r.invalid == Invalid::None) b.Integer(r.values.zone);
+    b.EndRow();
+}
 
 void Csv(std::ostream& out, const SbtnResult& result, const std::string& file, CsvLayout layout)
 {
     const bool withFile = layout == CsvLayout::ManyFiles;
     if (!withFile) out << SbtCsvHeader(false);
     const std::string fileField = withFile ? CsvField(file) + "," : std::string();
-    Buffer b(out);
-    for (const SbtnRow& r : result.rows) {
-        b.Text(fileField);
-        const Cells cells = CellsOf(r);
-        for (std::size_t c = 0; c < cells.size(); ++c) {
-            if (c > 0) b.Text(",");
-            if (cells[c]) b.Number(*cells[c]);
-        }
-        b.Text(",");
-        if (r.invalid == Invalid::None) b.Integer(r.values.zone);
-        b.EndRow();
-    }
+    InTwoHalves(out, result.rows.size(), [&](Buffer& b, std::size_t from, std::size_t to) {
+        for (std::size_t i = from; i < to; ++i) CsvRow(b, result.rows[i], fileField);
+    });
 }
 
 std::string SourceMember(const char* key, double value, sbtn::ValueSource source)
@@ -148,36 +201,38 @@ std::string JsonHeadOf(const SbtnResult& result, const SbtFacts& facts)
     return out + "}},\n";
 }
 
+void JsonRow(Buffer& b, const SbtnRow& r, bool first)
+{
+    b.Text(first ? "\n    {" : ",\n    {");
+    const Cells cells = CellsOf(r);
+    for (std::size_t c = 0; c < cells.size(); ++c) {
+        b.Text(c ? ", \"" : "\"");
+        b.Text(Columns[c].key);
+        b.Text("\": ");
+        if (cells[c] && std::isfinite(*cells[c]))
+            b.Number(*cells[c]);
+        else
+            b.Text("null");
+    }
+    b.Text(", \"zone\": ");
+    if (r.invalid == Invalid::None) {
+        b.Integer(r.values.zone);
+    } else {
+        b.Text("null, \"invalid\": \"");
+        b.Text(sbtn::InvalidName(r.invalid));
+        b.Char('"');
+    }
+    b.Char('}');
+    b.RowDone();
+}
+
 void Json(std::ostream& out, const SbtnResult& result, const SbtFacts& facts)
 {
     out << "{\n" << JsonHeadOf(result, facts) << "  \"readings\": [";
-    Buffer b(out);
-    bool first = true;
-    for (const SbtnRow& r : result.rows) {
-        b.Text(first ? "\n    {" : ",\n    {");
-        first = false;
-        const Cells cells = CellsOf(r);
-        for (std::size_t c = 0; c < cells.size(); ++c) {
-            b.Text(c ? ", \"" : "\"");
-            b.Text(Columns[c].key);
-            b.Text("\": ");
-            if (cells[c] && std::isfinite(*cells[c]))
-                b.Number(*cells[c]);
-            else
-                b.Text("null");
-        }
-        b.Text(", \"zone\": ");
-        if (r.invalid == Invalid::None) {
-            b.Integer(r.values.zone);
-        } else {
-            b.Text("null, \"invalid\": \"");
-            b.Text(sbtn::InvalidName(r.invalid));
-            b.Text("\"");
-        }
-        b.Text("}");
-    }
-    b.Text(result.rows.empty() ? "]\n}" : "\n  ]\n}");
-    b.EndRow();
+    InTwoHalves(out, result.rows.size(), [&](Buffer& b, std::size_t from, std::size_t to) {
+        for (std::size_t i = from; i < to; ++i) JsonRow(b, result.rows[i], i == 0);
+    });
+    out << (result.rows.empty() ? "]\n}\n" : "\n  ]\n}\n");
 }
 
 // The table: each column as wide as its widest entry, numbers right-aligned, then the

@@ -1,6 +1,7 @@
 // The sbt command as a user meets it: its options and their refusals, the three
 // formats, several inputs and the output folder. Each row says what fault it catches.
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -113,6 +114,47 @@ TEST(SbtCommand, SiUnitsWhateverTheGraphUnitsAndOneFilePerInput)
     ASSERT_EQ(folder.exitCode, 0) << folder.err;
     EXPECT_NE(folder.out.find("u2.gef -> out/u2.csv (3 readings)"), std::string::npos) << folder.out;
     EXPECT_EQ(ReadAll(scratch.Path() / "out" / "u2.csv"), si.out);
+}
+
+// One reading of a real file of each format with u2, checked by hand: qt from the
+// file's qc, u2 and area ratio, u0 from the depth (groundwater at depth 0); Qtn and Ic
+// as the independent reading in tools/check-sbt.py gives them.
+TEST(SbtCommand, RealFilesWithU2AgainstRowsCheckedByHand)
+{
+    if (std::string(PEMLO_FORMATS_DIR).empty()) GTEST_SKIP() << "the formats folder was not found";
+    const struct {
+        const char* catches;
+        const char* file;
+        const char* depth;  // the row's first field
+        double qc, u2, a, qtn, ic;
+        int zone;
+    } cases[] = {
+        {"GEF quantity 6 and #MEASUREMENTVAR 3", "gef/mos_inclination.gef", "1.9900000095367432", 0.399, -0.03, 0.8,
+         17.121880375149704, 2.332473991292585, 5},
+        {"BRO porePressureU2 and coneSurfaceQuotient", "bro-xml/CPT000000155283.xml", "2.559999942779541", 0.332, 0.074,
+         0.75, 23.130376621264777, 2.873178245978981, 4},
+        {"AGS4 SCPT_PWP2 in kPa and the push's SCPG_CAR", "ags/borssele_WFS1-2A.ags", "12.039999961853027", 30.398,
+         0.133, 0.75, 291.0971526859902, 1.3759831375257079, 6},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.catches);
+        ScratchDir scratch;
+        const CliRun run = RunCli({"sbt", std::string(PEMLO_FORMATS_DIR) + "/" + c.file}, scratch);
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        std::vector<double> f;
+        for (const std::string& line : Lines(run.out)) {
+            if (line.rfind(c.depth, 0) != 0) continue;
+            std::istringstream fields(line);
+            for (std::string field; std::getline(fields, field, ',');) f.push_back(std::stod(field));
+        }
+        ASSERT_EQ(f.size(), 18u) << "the row at " << c.depth;
+        const double depth = f[0];
+        EXPECT_NEAR(f[4], c.qc + c.u2 * (1 - c.a), 1e-6) << "qt";
+        EXPECT_NEAR(f[8], 9.81 * depth, 1e-9) << "u0";
+        EXPECT_NEAR(f[15], c.qtn, 1e-9 * c.qtn) << "Qtn";
+        EXPECT_NEAR(f[16], c.ic, 1e-9) << "Ic";
+        EXPECT_EQ(f[17], c.zone);
+    }
 }
 
 }  // namespace
