@@ -2,6 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +16,7 @@
 #include "cli/ProgressLine.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/StandardStreams.h"
+#include "cli/YardstickOptions.h"
 #include "profile/Ags4Export.h"
 #include "profile/Ags4Rules.h"
 
@@ -32,6 +36,8 @@ struct AgsState {
     std::string minThickness;
     formats::ProjectInfo project;
     std::string recipient;
+    YardstickOptions yardstick;
+    bool readings = false;
 };
 
 struct Profiled {
@@ -49,10 +55,41 @@ std::string Today()
     return text;
 }
 
+// The push of each reading: an AGS4 sounding's own, else the one push of the source.
+std::vector<std::string> PushOfEachReading(const Input& input, const profile::ProfileSource& source, std::size_t n)
+{
+    std::vector<std::string> ids(n, source.pushes.front().id);
+    const formats::ImportedSounding* s = input.sounding.get();
+    if (!s || s->readingPush.size() != n) return ids;
+    for (std::size_t i = 0; i < n; ++i)
+        if (const auto p = static_cast<std::size_t>(s->readingPush[i]); p < s->pushes.size())
+            ids[i] = s->pushes[p].testNumber;
+    return ids;
+}
+
+// The yardstick beside the layers: each layer's SBTn, the D used, each push's a (that
+// of its first reading; none where no reading of it was kept), and the readings.
+void AddYardstick(profile::AgsSounding& a, const Yardstick& y, const Input& input, bool withReadings)
+{
+    if (!y.result) return;
+    a.sbtn = sbtn::SbtnOfLayers(*y.result, LayerRanges(a.layers), 1.0);
+    a.groundwater = y.result->groundwater;
+    const std::vector<std::string> push = PushOfEachReading(input, a.source, y.result->rows.size());
+    for (profile::PushRange& range : a.source.pushes) {
+        const auto first = std::find(push.begin(), push.end(), range.id);
+        if (first != push.end())
+            range.areaRatio = sbtn::AreaRatioUsed(*y.result, static_cast<std::size_t>(first - push.begin()));
+    }
+    if (!withReadings) return;
+    a.readings = y.result;
+    a.readingPush = push;
+}
+
 // The profile of one input, in metres, under the location and pushes it comes from.
 FileOutcome ProfileOfInput(const AgsState& state, const Input& input, std::optional<Profiled>& profiled)
 {
-    return RunInput(state.options, input, true, true,
+    const Yardstick yardstick = YardstickOf(state.yardstick, state.options, input);
+    FileOutcome outcome = RunInput(state.options, input, true, true,
                     [&](std::shared_ptr<const Declarations> d, const RunFacts&) -> WriteOutput {
                         const double minThickness = MinThicknessOf(state.minThickness, d->GraphUnits);
                         const double last = d->Depth[d->NumLines];
@@ -63,8 +100,24 @@ FileOutcome ProfileOfInput(const AgsState& state, const Input& input, std::optio
                         source.project = ProjectOf(input, state.project);
                         auto layers = profile::GroupIntoLayers(profile::IntervalsOf(*d), d->IntervalSize, minThickness);
                         profiled = Profiled{{source, std::move(layers), last}, d->IntervalSize};
+                        AddYardstick(profiled->sounding, yardstick, input, state.readings);
                         return {};  // the one AGS4 file is written when every sounding is done
                     });
+    if (outcome.exitCode != ExitOk) return outcome;
+    outcome.notes += yardstick.notes;
+    if (const std::size_t left = profiled ? profile::ScptRowsLeftOut(profiled->sounding) : 0; left > 0)
+        outcome.notes += "pemlo-cli: note: " + input.name + ": " + std::to_string(left) +
+                         " readings without an SCPT row: each repeats the depth of the reading before it\n";
+    return outcome;
+}
+
+std::optional<double> NumberOf(const std::string& text)
+{
+    double value = 0.0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || result.ec != std::errc{} || result.ptr != text.data() + text.size() || !std::isfinite(value))
+        return std::nullopt;
+    return value;
 }
 
 void RefuseWrongCalls(const AgsState& state)
@@ -107,6 +160,9 @@ int Run(AgsState& state)
 {
     RefuseWrongCalls(state);
     state.options.graphUnits = GraphSI;
+    // A --gwt that is a plain number is the groundwater depth D as well.
+    if (const auto d = NumberOf(state.project.gwt)) state.yardstick.sbtn.groundwater = d;
+    CheckYardstickCall(state.yardstick, state.options);
 
     state.inputs = ExpandInputs(state.files, state.options.depth);
     std::vector<std::string> names;
@@ -169,9 +225,15 @@ void AddAgsCommand(CLI::App& app)
         ->type_name("TEXT");
     command->add_option("--location", state->project.location, "Location of the site (PROJ_LOC)")
         ->type_name("TEXT");
-    command->add_option("--gwt", state->project.gwt, "Ground water table, m (SCPG_WAT)")->type_name("TEXT");
+    command->add_option("--gwt", state->project.gwt,
+                        "Ground water table, m (SCPG_WAT); a plain number is also the groundwater depth D of the "
+                        "SBTn columns")
+        ->type_name("TEXT");
     command->add_option("--cone-no", state->project.coneNo, "Cone number (SCPG_REF)")->type_name("TEXT");
     command->add_option("--recipient", state->recipient, "Recipient of the file (TRAN_RECV)")->type_name("TEXT");
+    AddYardstickOptions(*command, state->yardstick, state->options, false);
+    command->add_flag("--readings", state->readings,
+                      "Also one SCPT row per reading: qc, fs, u2 and the values the SBTn derives from them");
     command->callback([state] {
         const int exitCode = Run(*state);
         if (exitCode != ExitOk) throw CLI::RuntimeError(exitCode);

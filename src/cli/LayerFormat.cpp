@@ -30,6 +30,9 @@ constexpr std::array Columns{
     Column{"u", "U", nullptr, nullptr, 3},      Column{"v", "V", nullptr, nullptr, 3},
     Column{"sand", "Sand", "%", "%", 1},        Column{"silt", "Silt", "%", "%", 1},
     Column{"clay", "Clay", "%", "%", 1},
+    // The yardstick beside U and V, after every former column.
+    Column{"ic", "Ic", nullptr, nullptr, 3},    Column{"sbtn", "SBTn", nullptr, nullptr, -1},
+    Column{"sbtn_share", "SBTn share", "%", "%", 1},
 };
 
 // The layer's numbers in the order of Columns, soil and intervals left out.
@@ -39,18 +42,25 @@ std::array<double, 11> Numbers(const SoilLayer& l)
     return {l.top, l.bottom, l.bottom - l.top, m.qc, m.fs, m.ratio, m.u, m.v, m.sand, m.silt, m.clay};
 }
 
-// The cells of a layer, each number written by `text`.
+// The cells of a layer, each number written by `text`, a missing one as `missing`.
 template <typename Text>
-std::vector<std::string> Cells(const SoilLayer& layer, Text text)
+std::vector<std::string> Cells(const SoilLayer& layer, const sbtn::LayerSbtn* y, Text text, const std::string& missing)
 {
     const auto numbers = Numbers(layer);
     std::vector<std::string> cells;
     std::size_t n = 0;
     for (const Column& c : Columns) {
-        if (std::string_view(c.key) == "soil") {
+        const std::string_view key = c.key;
+        if (key == "soil") {
             cells.emplace_back(profile::SoilName(layer.soil));
-        } else if (std::string_view(c.key) == "intervals") {
+        } else if (key == "intervals") {
             cells.push_back(std::to_string(layer.count));
+        } else if (key == "ic") {
+            cells.push_back(y && y->ic ? text(*y->ic, c.decimals) : missing);
+        } else if (key == "sbtn") {
+            cells.push_back(y && y->zone > 0 ? std::to_string(y->zone) : missing);
+        } else if (key == "sbtn_share") {
+            cells.push_back(y && y->zone > 0 ? text(y->share, c.decimals) : missing);
         } else {
             cells.push_back(text(numbers[n++], c.decimals));
         }
@@ -58,13 +68,19 @@ std::vector<std::string> Cells(const SoilLayer& layer, Text text)
     return cells;
 }
 
-void Csv(std::ostream& out, const std::vector<SoilLayer>& layers, const std::string& file, CsvLayout layout)
+const sbtn::LayerSbtn* YardstickOf(const LayerFacts& facts, std::size_t layer)
+{
+    return layer < facts.sbtn.size() ? &facts.sbtn[layer] : nullptr;
+}
+
+void Csv(std::ostream& out, const std::vector<SoilLayer>& layers, const LayerFacts& facts, CsvLayout layout)
 {
     const bool withFile = layout == CsvLayout::ManyFiles;
     if (!withFile) out << LayerCsvHeader(false);
     for (std::size_t i = 0; i < layers.size(); ++i) {
-        std::string row = (withFile ? CsvField(file) + "," : std::string()) + std::to_string(i + 1);
-        for (const std::string& cell : Cells(layers[i], [](double v, int) { return ShortestText(v); }))
+        std::string row = (withFile ? CsvField(facts.run.file) + "," : std::string()) + std::to_string(i + 1);
+        for (const std::string& cell :
+             Cells(layers[i], YardstickOf(facts, i), [](double v, int) { return ShortestText(v); }, ""))
             row += "," + cell;
         out << row << '\n';
     }
@@ -80,7 +96,8 @@ void Table(std::ostream& out, const std::vector<SoilLayer>& layers, const LayerF
     }
     for (std::size_t i = 0; i < layers.size(); ++i) {
         rows.push_back({std::to_string(i + 1)});
-        for (std::string& cell : Cells(layers[i], FixedText)) rows.back().push_back(std::move(cell));
+        for (std::string& cell : Cells(layers[i], YardstickOf(facts, i), FixedText, "-"))
+            rows.back().push_back(std::move(cell));
     }
     std::vector<std::size_t> widths(rows[0].size(), 0);
     for (const auto& row : rows)
@@ -111,11 +128,13 @@ void Json(std::ostream& out, const std::vector<SoilLayer>& layers, const LayerFa
     out << "  \"layers\": [";
     for (std::size_t i = 0; i < layers.size(); ++i) {
         std::string row = std::string(i == 0 ? "\n" : ",\n") + "    {\"layer\": " + std::to_string(i + 1);
-        const auto cells = Cells(layers[i], [](double v, int) { return JsonNumber(v); });
+        const sbtn::LayerSbtn* y = YardstickOf(facts, i);
+        const auto cells = Cells(layers[i], y, [](double v, int) { return JsonNumber(v); }, "null");
         for (std::size_t c = 0; c < Columns.size(); ++c) {
             const bool word = std::string_view(Columns[c].key) == "soil";
             row += std::string(", \"") + Columns[c].key + "\": " + (word ? "\"" + cells[c] + "\"" : cells[c]);
         }
+        row += ", \"sbtn_readings\": " + (y ? std::to_string(y->valid) : std::string("null"));
         out << row << "}";
     }
     out << (layers.empty() ? "]\n}\n" : "\n  ]\n}\n");
@@ -138,7 +157,7 @@ void WriteLayers(std::ostream& out, const std::vector<profile::SoilLayer>& layer
     case OutputFormat::Json: Json(out, layers, facts); return;
     case OutputFormat::Csv: break;
     }
-    Csv(out, layers, facts.run.file, layout);
+    Csv(out, layers, facts, layout);
 }
 
 }  // namespace pemlo::cli

@@ -10,6 +10,7 @@
 
 #include "cli/ResultFormat.h"
 #include "profile/SoilLayers.h"
+#include "sbtn/SbtnLayers.h"
 
 namespace pemlo::cli {
 
@@ -20,6 +21,9 @@ struct LayerFacts {
     float intervalSize = 0.0f;
     double minThickness = 0.0;  // T, graph units
     std::int64_t minIntervals = 1;  // N
+    // The normalised soil behaviour type of each layer; empty where it could not be
+    // computed, and its columns are empty then.
+    std::vector<sbtn::LayerSbtn> sbtn;
 };
 
 void WriteLayers(std::ostream& out, const std::vector<profile::SoilLayer>& layers, const LayerFacts& facts,

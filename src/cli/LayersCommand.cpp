@@ -10,17 +10,23 @@
 #include "cli/BatchOutput.h"
 #include "cli/LayerFormat.h"
 #include "cli/RoadCommandOptions.h"
+#include "cli/YardstickOptions.h"
 #include "profile/SoilLayers.h"
 
 namespace pemlo::cli {
 
 namespace {
 
+// Feet in a metre as the conversion to English graph units takes it: an English
+// layer's readings are found by their depth in feet.
+constexpr double FeetPerMetre = 3.28084;
+
 struct LayersState {
     RoadCommandOptions options;
     std::vector<std::string> files;
     std::string outDir;
     std::string minThickness;
+    YardstickOptions yardstick;
 };
 
 std::optional<double> ParseThickness(const std::string& text)
@@ -39,23 +45,35 @@ FileOutcome LayersOfInput(const LayersState& state, const Input& input, CsvLayou
 {
     std::size_t layerCount = 0;
     const OutputFormat format = state.options.format;
+    const Yardstick yardstick = YardstickOf(state.yardstick, state.options, input);
     FileOutcome outcome = RunInput(
         state.options, input, true, recordInNotes,
         [&](std::shared_ptr<const Declarations> d, const RunFacts& facts) -> WriteOutput {
             const double minThickness = MinThicknessOf(state.minThickness, d->GraphUnits);
             auto layers = profile::GroupIntoLayers(profile::IntervalsOf(*d), d->IntervalSize, minThickness);
             layerCount = layers.size();
-            const LayerFacts layerFacts{facts, d->NumIntervals, d->IntervalSize, minThickness,
-                                        profile::MinIntervals(minThickness, d->IntervalSize)};
+            LayerFacts layerFacts{facts, d->NumIntervals, d->IntervalSize, minThickness,
+                                  profile::MinIntervals(minThickness, d->IntervalSize), {}};
+            if (yardstick.result)
+                layerFacts.sbtn = sbtn::SbtnOfLayers(*yardstick.result, LayerRanges(layers),
+                                                     d->GraphUnits == GraphEnglish ? FeetPerMetre : 1.0);
             return [layers = std::move(layers), layerFacts, format, layout](std::ostream& out) {
                 WriteLayers(out, layers, layerFacts, format, layout);
             };
         });
     if (outcome.exitCode == ExitOk) outcome.rows = static_cast<int>(layerCount);
+    if (outcome.exitCode == ExitOk) outcome.notes += yardstick.notes;
     return outcome;
 }
 
 }  // namespace
+
+std::vector<std::pair<double, double>> LayerRanges(const std::vector<profile::SoilLayer>& layers)
+{
+    std::vector<std::pair<double, double>> ranges;
+    for (const profile::SoilLayer& layer : layers) ranges.emplace_back(layer.top, layer.bottom);
+    return ranges;
+}
 
 void AddMinThicknessOption(CLI::App& command, std::string& minThickness)
 {
@@ -86,10 +104,12 @@ void AddLayersCommand(CLI::App& app)
     AddRoadOptions(*command, state->options);
     AddFormatOption(*command, state->options);
     AddMinThicknessOption(*command, state->minThickness);
+    AddYardstickOptions(*command, state->yardstick, state->options, true);
     command->add_option("--out-dir", state->outDir,
                         "Write one result file per input into this directory and print a summary")
         ->type_name("DIR");
     command->callback([state] {
+        CheckYardstickCall(state->yardstick, state->options);
         const BatchJob job{ExpandInputs(state->files, state->options.depth), state->outDir, state->options.format,
                            "layers", LayerCsvHeader(true),
                            [&state](const Input& input, CsvLayout layout, bool recordInNotes) {

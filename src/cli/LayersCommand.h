@@ -4,8 +4,11 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/Declarations.h"
+#include "profile/SoilLayers.h"
 
 namespace CLI {
 class App;
@@ -20,5 +23,8 @@ void AddMinThicknessOption(CLI::App& command, std::string& minThickness);
 
 // T as typed, or the default of the graph units: 0.5 m or 1.64 ft.
 double MinThicknessOf(const std::string& typed, Integer graphUnits);
+
+// Each layer's (top, bottom), for the yardstick over it.
+std::vector<std::pair<double, double>> LayerRanges(const std::vector<profile::SoilLayer>& layers);
 
 }  // namespace pemlo::cli

@@ -62,9 +62,19 @@ constexpr std::array<StandardHeading, 13> Scpp{{
     {"SCPP_CIC", O},  {"SCPP_CSPT", O}, {"FILE_FSET", O},
 }};
 
-constexpr std::array<StandardGroup, 8> Groups{{
-    {"PROJ", "", Proj}, {"TRAN", "", Tran},     {"UNIT", "", Unit},     {"TYPE", "", Type},
-    {"DICT", "", Dict}, {"LOCA", "PROJ", Loca}, {"SCPG", "LOCA", Scpg}, {"SCPP", "SCPG", Scpp},
+constexpr std::array<StandardHeading, 36> Scpt{{
+    {"LOCA_ID", K},   {"SCPG_TESN", K}, {"SCPT_DPTH", K}, {"SCPT_RES", O},  {"SCPT_FRES", O}, {"SCPT_PWP1", O},
+    {"SCPT_PWP2", O}, {"SCPT_PWP3", O}, {"SCPT_CON", O},  {"SCPT_TEMP", O}, {"SCPT_PH", O},   {"SCPT_SLP1", O},
+    {"SCPT_SLP2", O}, {"SCPT_REDX", O}, {"SCPT_MAGT", O}, {"SCPT_MAGX", O}, {"SCPT_MAGY", O}, {"SCPT_MAGZ", O},
+    {"SCPT_SMP", O},  {"SCPT_NGAM", O}, {"SCPT_REM", O},  {"SCPT_FRR", O},  {"SCPT_QT", O},   {"SCPT_FT", O},
+    {"SCPT_QE", O},   {"SCPT_BDEN", O}, {"SCPT_CPO", O},  {"SCPT_CPOD", O}, {"SCPT_QNET", O}, {"SCPT_FRRC", O},
+    {"SCPT_EXPP", O}, {"SCPT_BQ", O},   {"SCPT_ISPP", O}, {"SCPT_NQT", O},  {"SCPT_NFR", O},  {"FILE_FSET", O},
+}};
+
+constexpr std::array<StandardGroup, 9> Groups{{
+    {"PROJ", "", Proj},     {"TRAN", "", Tran},     {"UNIT", "", Unit},     {"TYPE", "", Type},
+    {"DICT", "", Dict},     {"LOCA", "PROJ", Loca}, {"SCPG", "LOCA", Scpg}, {"SCPP", "SCPG", Scpp},
+    {"SCPT", "SCPG", Scpt},
 }};
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The part of the AGS 4.1 standard dictionary the soil profile export writes and
-// checks: the groups PROJ, TRAN, UNIT, TYPE, DICT, LOCA, SCPG and SCPP with every
+// checks: the groups PROJ, TRAN, UNIT, TYPE, DICT, LOCA, SCPG, SCPP and SCPT with every
 // standard heading of theirs in the dictionary's order, its status, and each group's
 // parent. Both the writer and the checker read it from here.
 #pragma once

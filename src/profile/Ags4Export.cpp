@@ -1,5 +1,6 @@
 #include "profile/Ags4Export.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -36,13 +37,28 @@ constexpr std::array<Column, 9> DictColumns{{
 }};
 constexpr std::array<Column, 4> LocaColumns{{
     {"LOCA_ID", "", "ID"}, {"LOCA_REM", "", "X"}, {"LOCA_FDEP", "m", "2DP"}, {"LOCA_STAR", "yyyy-mm-dd", "DT"}}};
-constexpr std::array<Column, 5> ScpgColumns{{
+constexpr std::array<Column, 6> ScpgColumns{{
     {"LOCA_ID", "", "ID"}, {"SCPG_TESN", "", "X"}, {"SCPG_REF", "", "X"}, {"SCPG_WAT", "m", "2DP"},
-    {"SCPG_REM", "", "X"}}};
-constexpr std::array<Column, 11> ScppColumns{{
+    {"SCPG_REM", "", "X"}, {"SCPG_CAR", "", "3DP"}}};
+// The normalised soil behaviour type after every former heading: the standard SCPP_CIC
+// (at the dictionary's one decimal) and two of our own.
+constexpr std::array<Column, 14> ScppColumns{{
     {"LOCA_ID", "", "ID"},     {"SCPG_TESN", "", "X"},    {"SCPP_TOP", "m", "2DP"}, {"SCPP_BASE", "m", "2DP"},
     {"SCPP_REF", "", "X"},     {"SCPP_CSBT", "", "X"},    {"SCPP_UIDX", "", "3DP"}, {"SCPP_VIDX", "", "3DP"},
-    {"SCPP_PSND", "%", "1DP"}, {"SCPP_PSLT", "%", "1DP"}, {"SCPP_PCLY", "%", "1DP"},
+    {"SCPP_PSND", "%", "1DP"}, {"SCPP_PSLT", "%", "1DP"}, {"SCPP_PCLY", "%", "1DP"}, {"SCPP_CIC", "", "1DP"},
+    {"SCPP_SBTN", "", "0DP"},  {"SCPP_SBTP", "%", "1DP"},
+}};
+// One row per reading: the measured values and the derived ones under the standard
+// headings with the dictionary's units and decimals, then ours. The depth takes one
+// decimal more than the dictionary's two, since cones record every 5 mm.
+constexpr std::array<Column, 20> ScptColumns{{
+    {"LOCA_ID", "", "ID"},       {"SCPG_TESN", "", "X"},       {"SCPT_DPTH", "m", "3DP"},
+    {"SCPT_RES", "MPa", "3DP"},  {"SCPT_FRES", "MPa", "4DP"},  {"SCPT_PWP2", "MPa", "4DP"},
+    {"SCPT_FRR", "%", "2DP"},    {"SCPT_QT", "MPa", "4DP"},    {"SCPT_BDEN", "Mg/m3", "2DP"},
+    {"SCPT_CPO", "kPa", "2DP"},  {"SCPT_CPOD", "kPa", "2DP"},  {"SCPT_QNET", "MPa", "4DP"},
+    {"SCPT_BQ", "", "4DP"},      {"SCPT_ISPP", "MPa", "4DP"},  {"SCPT_NQT", "", "4DP"},
+    {"SCPT_NFR", "%", "4DP"},    {"SCPT_QTN", "", "4DP"},      {"SCPT_NEXP", "", "4DP"},
+    {"SCPT_CIC", "", "4DP"},     {"SCPT_SBTN", "", "0DP"},
 }};
 
 // The headings of our own, declared in DICT.
@@ -51,23 +67,38 @@ struct OwnHeading {
     const char* description;
     const char* example;
 };
-constexpr std::array<OwnHeading, 5> OwnHeadings{{
+constexpr std::array<OwnHeading, 7> OwnHeadings{{
     {"SCPP_UIDX", "Soil classification index U, mean over the layer", "1.322"},
     {"SCPP_VIDX", "Soil in-situ index V, mean over the layer", "2.291"},
     {"SCPP_PSND", "Probability of sand, mean over the layer", "25.5"},
     {"SCPP_PSLT", "Probability of silt, mean over the layer", "59.8"},
     {"SCPP_PCLY", "Probability of clay, mean over the layer", "14.7"},
+    {"SCPP_SBTN", "Normalised soil behaviour type zone (Robertson 2009) most valid readings of the layer fall in",
+     "3"},
+    {"SCPP_SBTP", "Share of the layer's valid readings in zone SCPP_SBTN", "85.6"},
+}};
+constexpr std::array<OwnHeading, 4> OwnReadingHeadings{{
+    {"SCPT_QTN", "Normalised cone resistance Qtn (stress exponent SCPT_NEXP)", "47.1502"},
+    {"SCPT_NEXP", "Stress exponent n of Qtn", "0.7314"},
+    {"SCPT_CIC", "Soil behaviour type index Ic (Robertson 2009)", "2.3815"},
+    {"SCPT_SBTN", "Normalised soil behaviour type zone 1 to 9 (Robertson 2009)", "5"},
 }};
 
 struct Named {
     std::string_view code;
     const char* description;
 };
-constexpr std::array<Named, 3> UnitNames{{{"m", "metre"}, {"%", "percent"}, {"yyyy-mm-dd", "year month day"}}};
-constexpr std::array<Named, 8> TypeNames{{
+constexpr std::array<Named, 6> UnitNames{{{"m", "metre"},
+                                          {"%", "percent"},
+                                          {"yyyy-mm-dd", "year month day"},
+                                          {"MPa", "megapascal"},
+                                          {"kPa", "kilopascal"},
+                                          {"Mg/m3", "megagram per cubic metre"}}};
+constexpr std::array<Named, 10> TypeNames{{
     {"ID", "Unique identifier"}, {"X", "Text"}, {"DT", "Date time in international format"},
-    {"PT", "Text listed in TYPE group"}, {"PU", "Text listed in UNIT group"}, {"1DP", "Value; 1 decimal place"},
-    {"2DP", "Value; 2 decimal places"}, {"3DP", "Value; 3 decimal places"}}};
+    {"PT", "Text listed in TYPE group"}, {"PU", "Text listed in UNIT group"}, {"0DP", "Value; 0 decimal places"},
+    {"1DP", "Value; 1 decimal place"}, {"2DP", "Value; 2 decimal places"}, {"3DP", "Value; 3 decimal places"},
+    {"4DP", "Value; 4 decimal places"}}};
 
 // A column's unit or type that has no description here is a slip of this file.
 std::string DescriptionOf(std::span<const Named> names, std::string_view code)
@@ -167,8 +198,11 @@ Rows ScpgRows(const std::vector<AgsSounding>& soundings, const AgsSettings& sett
                              " m) merged into their closest neighbour";
         const std::string water = WaterDepth(p.gwt);
         if (!p.gwt.empty() && water.empty()) remark += "; ground water table " + p.gwt;
+        // SCPG_WAT and SCPG_CAR hold the D and a the normalised soil behaviour type used.
+        const std::string used = s.groundwater ? Fixed(*s.groundwater, 2) : water;
         for (const PushRange& push : s.source.pushes)
-            rows.push_back({Plain(s.source.locaId), Plain(push.id), Plain(p.coneNo), water, Plain(remark)});
+            rows.push_back({Plain(s.source.locaId), Plain(push.id), Plain(p.coneNo), used, Plain(remark),
+                            push.areaRatio ? Fixed(*push.areaRatio, 3) : std::string()});
     }
     return rows;
 }
@@ -187,32 +221,107 @@ Rows ScppRows(const std::vector<AgsSounding>& soundings, const AgsSettings& sett
             rows.push_back({Plain(s.source.locaId), Plain(push.id), Fixed(layer.top, 2), Fixed(base, 2), ref,
                             SoilDescription(layer.soil), Fixed(m.u, 3), Fixed(m.v, 3), Fixed(m.sand, 1),
                             Fixed(m.silt, 1), Fixed(m.clay, 1)});
+            const sbtn::LayerSbtn* y = k < s.sbtn.size() ? &s.sbtn[k] : nullptr;
+            const bool any = y && y->zone > 0;
+            rows.back().insert(rows.back().end(), {any ? Fixed(*y->ic, 1) : "", any ? std::to_string(y->zone) : "",
+                                                   any ? Fixed(y->share, 1) : ""});
         }
     }
     return rows;
 }
 
-Rows DictRows()
+void AddDictRows(Rows& rows, const char* group, std::span<const OwnHeading> own, std::span<const Column> columns)
+{
+    for (const OwnHeading& o : own) {
+        for (const Column& c : columns)
+            if (std::string_view(c.heading) == o.heading)
+                rows.push_back({"HEADING", group, o.heading, "OTHER", c.type, o.description, c.unit, o.example, ""});
+    }
+}
+
+Rows DictRows(bool withReadings)
 {
     Rows rows;
-    for (const OwnHeading& own : OwnHeadings) {
-        for (const Column& c : ScppColumns)
-            if (std::string_view(c.heading) == own.heading)
-                rows.push_back({"HEADING", "SCPP", own.heading, "OTHER", c.type, own.description, c.unit,
-                                own.example, ""});
+    AddDictRows(rows, "SCPP", OwnHeadings, ScppColumns);
+    if (withReadings) AddDictRows(rows, "SCPT", OwnReadingHeadings, ScptColumns);
+    return rows;
+}
+
+// A value at the decimals of its heading; empty where there is none.
+std::string Cell(std::optional<double> value, int decimals)
+{
+    return value && std::isfinite(*value) ? Fixed(*value, decimals) : std::string();
+}
+
+// The text of a reading's depth as SCPT_DPTH holds it.
+std::string DepthText(double depth) { return Fixed(depth, 3); }
+
+std::vector<std::string> ScptRow(const std::string& loca, const std::string& push, const sbtn::SbtnRow& r,
+                                 double waterUnitWeight)
+{
+    const bool valid = r.invalid == sbtn::Invalid::None;
+    const auto ifValid = [valid](double v) { return valid ? std::optional<double>(v) : std::nullopt; };
+    const sbtn::Normalised& v = r.values;
+    return {loca,
+            push,
+            DepthText(r.depth),
+            Cell(r.qc, 3),
+            Cell(r.fs, 4),
+            Cell(r.u2, 4),
+            Cell(r.rf, 2),
+            Cell(r.qt, 4),
+            Cell(r.gamma / waterUnitWeight, 2),  // Mg/m3: the unit weight over that of water (1 Mg/m3)
+            Cell(r.sigmaV0, 2),
+            Cell(r.sigmaV0Eff, 2),
+            Cell(r.qn / 1000.0, 4),
+            Cell(valid ? v.bq : std::nullopt, 4),
+            Cell(r.u0 / 1000.0, 4),
+            Cell(ifValid(v.qt1), 4),
+            Cell(ifValid(v.fr), 4),
+            Cell(ifValid(v.qtn), 4),
+            Cell(ifValid(v.n), 4),
+            Cell(ifValid(v.ic), 4),
+            valid ? std::to_string(v.zone) : std::string()};
+}
+
+// A reading whose depth reads as that of the reading before it in the same push
+// would repeat the row's key: it is left out (ScptRowsLeftOut counts them).
+template <typename Each>
+void ForEachScptReading(const AgsSounding& s, Each each)
+{
+    if (!s.readings || s.readingPush.size() != s.readings->rows.size()) return;
+    std::map<std::string, std::string> lastDepth;  // by push
+    for (std::size_t i = 0; i < s.readings->rows.size(); ++i) {
+        std::string& last = lastDepth[s.readingPush[i]];
+        const std::string depth = DepthText(s.readings->rows[i].depth);
+        each(i, depth == last);
+        last = depth;
+    }
+}
+
+Rows ScptRows(const std::vector<AgsSounding>& soundings)
+{
+    Rows rows;
+    for (const AgsSounding& s : soundings) {
+        ForEachScptReading(s, [&](std::size_t i, bool repeated) {
+            if (!repeated)
+                rows.push_back(ScptRow(Plain(s.source.locaId), Plain(s.readingPush[i]), s.readings->rows[i],
+                                       s.readings->waterUnitWeight));
+        });
     }
     return rows;
 }
 
 // Every unit and every type some column of the file uses, with its description.
-std::pair<Rows, Rows> UnitAndTypeRows()
+std::pair<Rows, Rows> UnitAndTypeRows(bool withReadings)
 {
     std::map<std::string, std::string> units, types;
     for (const std::span<const Column> group :
          {std::span<const Column>(ProjColumns), std::span<const Column>(TranColumns),
           std::span<const Column>(UnitColumns), std::span<const Column>(TypeColumns),
           std::span<const Column>(DictColumns), std::span<const Column>(LocaColumns),
-          std::span<const Column>(ScpgColumns), std::span<const Column>(ScppColumns)}) {
+          std::span<const Column>(ScpgColumns), std::span<const Column>(ScppColumns),
+          withReadings ? std::span<const Column>(ScptColumns) : std::span<const Column>()}) {
         for (const Column& c : group) {
             if (*c.unit) units[c.unit] = DescriptionOf(UnitNames, c.unit);
             types[c.type] = DescriptionOf(TypeNames, c.type);
@@ -240,7 +349,9 @@ std::string WriteAgs4(const std::vector<AgsSounding>& soundings, const AgsSettin
 {
     const formats::ProjectInfo project = soundings.empty() ? formats::ProjectInfo{} : soundings.front().source.project;
     const std::string producer = "Pemlo CPT " + settings.programVersion;
-    const auto [unitRows, typeRows] = UnitAndTypeRows();
+    const bool withReadings =
+        std::any_of(soundings.begin(), soundings.end(), [](const AgsSounding& s) { return s.readings != nullptr; });
+    const auto [unitRows, typeRows] = UnitAndTypeRows(withReadings);
     std::string text;
     text += Group("PROJ", ProjColumns,
                   {{project.number.empty() ? NotStated : Plain(project.number), Plain(project.title),
@@ -250,11 +361,19 @@ std::string WriteAgs4(const std::vector<AgsSounding>& soundings, const AgsSettin
                     "4.1", settings.recipient.empty() ? NotStated : Plain(settings.recipient), "|", "+"}});
     text += Group("UNIT", UnitColumns, unitRows);
     text += Group("TYPE", TypeColumns, typeRows);
-    text += Group("DICT", DictColumns, DictRows());
+    text += Group("DICT", DictColumns, DictRows(withReadings));
     text += Group("LOCA", LocaColumns, LocaRows(soundings));
     text += Group("SCPG", ScpgColumns, ScpgRows(soundings, settings));
     text += Group("SCPP", ScppColumns, ScppRows(soundings, settings));
+    if (withReadings) text += Group("SCPT", ScptColumns, ScptRows(soundings));
     return text;
+}
+
+std::size_t ScptRowsLeftOut(const AgsSounding& sounding)
+{
+    std::size_t count = 0;
+    ForEachScptReading(sounding, [&count](std::size_t, bool repeated) { count += repeated ? 1 : 0; });
+    return count;
 }
 
 }  // namespace pemlo::profile

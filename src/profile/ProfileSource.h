@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct PushRange {
     std::string id;
     double top = 0.0;
     double base = 0.0;
+    std::optional<double> areaRatio = std::nullopt;  // the one the normalised soil behaviour type used
 };
 
 struct ProfileSource {
