@@ -31,7 +31,7 @@ struct LogLayer {
     double top = 0.0;
     double bottom = 0.0;
     profile::Soil soil = profile::Soil::Sand;
-    int zone = 0;  // the dominant zone of its valid readings; 0: it has none
+    int zone = 0;  // the zone most of its valid readings fall in, as layers reports it; 0: none
 };
 
 struct LogSounding {
@@ -44,17 +44,14 @@ struct LogSounding {
     std::vector<LogLayer> layers;
 };
 
-// The zone most of the valid readings in [top, bottom) fall in (the lower number on a
-// tie); 0 when none does.
-int DominantZone(const sbtn::SbtnResult& sbt, double top, double bottom);
-
 // The layers of a classified sounding in metres, each with its dominant zone.
 // metresPerUnit: 1 for SI graph units, 0.3048 for feet.
 std::vector<LogLayer> LogLayers(const std::vector<profile::SoilLayer>& layers, double metresPerUnit,
                                 const sbtn::SbtnResult& sbt);
 
-// The index of the layer a depth belongs to: the one whose range holds it, above the
-// first the first, below the last the last; -1 without layers.
+// The index of the layer a depth belongs to, by the rule of layers (top < z <= bottom,
+// the first layer taking its top as well); above the first the first, below the last
+// the last; -1 without layers.
 int LayerIndexAt(const std::vector<LogLayer>& layers, double depth);
 
 // The deepest depth the log must show: the deepest reading or interval bottom.

@@ -93,45 +93,34 @@ TEST(LogLayout, RoundTicksCoverTheDataInWholeSteps)
     EXPECT_EQ(TickText(20, 10), "20");
 }
 
-sbtn::SbtnRow Reading(double depth, int zone, bool valid = true)
-{
-    sbtn::SbtnRow r;
-    r.depth = depth;
-    r.invalid = valid ? sbtn::Invalid::None : sbtn::Invalid::NetResistance;
-    r.values.zone = zone;
-    return r;
-}
-
-TEST(LogData, LayersTakeTheZoneMostOfTheirValidReadingsFallIn)
+TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
 {
     sbtn::SbtnResult sbt;
-    sbt.rows = {Reading(0.05, 6), Reading(0.3, 6), Reading(0.6, 3), Reading(0.9, 3), Reading(1.2, 4),
-                Reading(1.5, 4, false), Reading(1.8, 4, false), Reading(2.1, 5), Reading(2.6, 7)};
-    std::vector<profile::SoilLayer> layers(3);
-    layers[0].top = 0.1, layers[0].bottom = 0.5, layers[0].soil = profile::Soil::Sand;
-    layers[1].top = 0.5, layers[1].bottom = 2.0, layers[1].soil = profile::Soil::Clay;
-    layers[2].top = 2.0, layers[2].bottom = 2.4, layers[2].soil = profile::Soil::Silt;
-    const auto log = LogLayers(layers, 1.0, sbt);
-    ASSERT_EQ(log.size(), 3u);
+    for (const auto& [depth, zone] : {std::pair{0.3, 6}, {0.5, 6}, {0.9, 3}, {2.2, 5}}) {
+        sbtn::SbtnRow r;
+        r.depth = depth;
+        r.values.zone = zone;
+        sbt.rows.push_back(r);
+    }
+    std::vector<profile::SoilLayer> feet(2);
+    feet[0].top = 0.0, feet[0].bottom = 0.5 / 0.3048, feet[1].top = feet[0].bottom, feet[1].bottom = 10.0;
+    const auto layers = LogLayers(feet, 0.3048, sbt);
+    ASSERT_EQ(layers.size(), 2u);
+    EXPECT_NEAR(layers[1].bottom, 3.048, 1e-12) << "feet must become metres";
+    EXPECT_EQ(layers[0].zone, 6) << "the readings must be taken to the layers' feet";
+    std::vector<profile::SoilLayer> metres(2);
+    metres[0].bottom = 0.5, metres[1].top = 0.5, metres[1].bottom = 3.0;
+    const auto si = LogLayers(metres, 1.0, sbt);
     const struct {
         const char* fault;
-        int zone;
-    } expected[] = {
-        {"a reading above the first layer belongs to it", 6},
-        {"invalid readings must not vote (they hold zone 4 twice)", 3},
-        {"a tie goes to the lower zone; a reading below the last layer belongs to it", 5},
+        double depth;
+        int layer;
+    } cases[] = {
+        {"a reading on a boundary belongs to the layer above, as in layers", 0.5, 0},
+        {"just below a boundary", 0.51, 1},
+        {"below the last layer: the last", 9.0, 1},
     };
-    for (std::size_t i = 0; i < 3; ++i) {
-        SCOPED_TRACE(expected[i].fault);
-        EXPECT_EQ(log[i].zone, expected[i].zone);
-        EXPECT_EQ(log[i].number, static_cast<int>(i) + 1);
-    }
-    EXPECT_EQ(DominantZone(sbt, 1.4, 1.9), 0) << "a range of invalid readings only has no zone";
-    // Feet become metres.
-    EXPECT_NEAR(LogLayers(layers, 0.3048, sbt)[1].bottom, 0.6096, 1e-12);
-    EXPECT_EQ(LayerIndexAt(log, 0.0), 0);
-    EXPECT_EQ(LayerIndexAt(log, 0.5), 1) << "a layer's top belongs to it";
-    EXPECT_EQ(LayerIndexAt(log, 9.0), 2);
+    for (const auto& c : cases) EXPECT_EQ(LayerIndexAt(si, c.depth), c.layer) << c.fault;
     EXPECT_EQ(LayerIndexAt({}, 1.0), -1);
 }
 
