@@ -5,27 +5,71 @@ include(GNUInstallDirs)
 # The report executable is the command line's helper, not a command of its own: it
 # lives beside the program's other private files, where pemlo-cli looks for it.
 set(PEMLO_LIBEXEC_DIR ${CMAKE_INSTALL_LIBEXECDIR}/pemlo-cpt)
+set(PEMLO_DOC_DIR ${CMAKE_INSTALL_DATADIR}/doc/pemlo-cpt)
+# Where software centres fetch the screenshots from. The project has no web address
+# yet: the default is the reserved domain of the maintainer's address, which resolves
+# nowhere; a build for the public sets the real one.
+set(PEMLO_HOMEPAGE "https://pemlo-cpt.invalid/" CACHE STRING "The project's web address, ending in /")
+set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+set(package_files)
+
+# A text the package ships compressed, as the system's own manuals and changelogs are
+# (-9 and -n: the smallest, and no time stamp, so the package is the same from build
+# to build).
+function(pemlo_gzip source output)
+  add_custom_command(OUTPUT ${output} COMMAND gzip -9 -n -c ${source} > ${output}
+                     DEPENDS ${source} VERBATIM)
+endfunction()
+
+# A manual page carries the version.
+function(pemlo_manual_page name)
+  configure_file(${packaging}/${name}.1 ${CMAKE_CURRENT_BINARY_DIR}/${name}.1 @ONLY)
+  pemlo_gzip(${CMAKE_CURRENT_BINARY_DIR}/${name}.1 ${CMAKE_CURRENT_BINARY_DIR}/${name}.1.gz)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  set(package_files ${package_files} ${CMAKE_CURRENT_BINARY_DIR}/${name}.1.gz PARENT_SCOPE)
+endfunction()
 
 if(TARGET pemlo)
   install(TARGETS pemlo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(FILES ${PROJECT_SOURCE_DIR}/packaging/pemlo-cpt.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
+  install(FILES ${packaging}/pemlo-cpt.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(DIRECTORY ${packaging}/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
+  pemlo_manual_page(pemlo)
+  # The screenshots are named by their place in the repository; a software centre
+  # wants them as web addresses, so each is joined to the project's.
+  set(metainfo invalid.pemlo_cpt.pemlo.metainfo.xml)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${packaging}/${metainfo})
+  file(READ ${packaging}/${metainfo} text)
+  string(REGEX REPLACE "<image>([^<]*)</image>" "<image>${PEMLO_HOMEPAGE}\\1</image>" text "${text}")
+  file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${metainfo} CONTENT "${text}" @ONLY)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 endif()
 if(TARGET pemlo-cli)
   install(TARGETS pemlo-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  # The manual page carries the version; it is installed compressed, as the system's
-  # own are (-n: no time stamp, so that the package is the same from build to build).
-  configure_file(${PROJECT_SOURCE_DIR}/packaging/pemlo-cli.1 ${CMAKE_CURRENT_BINARY_DIR}/pemlo-cli.1 @ONLY)
-  set(manual ${CMAKE_CURRENT_BINARY_DIR}/pemlo-cli.1.gz)
-  add_custom_command(OUTPUT ${manual}
-                     COMMAND gzip -9 -n -c ${CMAKE_CURRENT_BINARY_DIR}/pemlo-cli.1 > ${manual}
-                     DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/pemlo-cli.1 VERBATIM)
-  add_custom_target(pemlo_manual ALL DEPENDS ${manual})
-  install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  pemlo_manual_page(pemlo-cli)
+  # The command line is static on purpose; the override says why, for lintian.
+  install(FILES ${packaging}/pemlo-cpt.lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+          RENAME pemlo-cpt)
 endif()
 if(TARGET pemlo-report)
   install(TARGETS pemlo-report RUNTIME DESTINATION ${PEMLO_LIBEXEC_DIR})
 endif()
+
+# What each version brought, in Debian's changelog form.
+pemlo_gzip(${packaging}/changelog ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz DESTINATION ${PEMLO_DOC_DIR})
+list(APPEND package_files ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
+
+# The copyright file: the project's own, then the notices of the libraries linked in
+# statically, taken from the copyright files of the Debian packages they come from.
+set(linked_notices /usr/share/doc/libpugixml-dev/copyright /usr/share/doc/libcli11-dev/copyright)
+set(copyright ${CMAKE_CURRENT_BINARY_DIR}/copyright)
+add_custom_command(OUTPUT ${copyright}
+                   COMMAND bash ${packaging}/make-copyright.sh ${copyright} ${packaging}/copyright ${linked_notices}
+                   DEPENDS ${packaging}/make-copyright.sh ${packaging}/copyright ${linked_notices} VERBATIM)
+install(FILES ${copyright} DESTINATION ${PEMLO_DOC_DIR})
+list(APPEND package_files ${copyright})
+
+add_custom_target(pemlo_package_files ALL DEPENDS ${package_files})
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME pemlo-cpt)

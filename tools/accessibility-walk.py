@@ -2,7 +2,9 @@
 """Walks the desktop program as a screen reader user does: through the accessibility
 bus (AT-SPI), with the actions a screen reader offers ("Toggle", "Press", typing into
 a text field), on a real X server. Each road checks the exact texts the program
-shows on the way: window titles, messages, captions.
+shows on the way: window titles, messages, captions. Every press is answered at
+once, also one that opens a modal window: "  About" and "Help" are timed, on the
+main road and behind a load that never ends.
 
     tools/accessibility-walk.sh [pemlo executable]
 
@@ -105,19 +107,26 @@ def actions(acc):
 
 
 def act(acc, action):
-    """Runs the action and waits for it; for actions that open nothing modal."""
+    """Runs the action and waits for the program's answer; returns how long that took
+    in seconds. A press that opens a modal window is answered before the window opens."""
     ai = acc.queryAction()
     for i in range(ai.nActions):
         if ai.getName(i) == action:
+            started = time.monotonic()
             ai.doAction(i)
-            return
+            return time.monotonic() - started
     raise AssertionError("%r offers no %r action (it offers %s)" % (acc.name, action, actions(acc)))
 
 
-def act_later(window_title, name, role, action):
-    """Runs the action from another process without waiting: an action that opens a
-    modal window (a message, a file dialog) answers only once that window is gone."""
-    subprocess.Popen([sys.executable, __file__, "--act", window_title, name, role, action])
+def press_opening(root, name, title):
+    """Presses a button that opens a modal window: the press must be answered at once
+    (a screen reader waits for that answer), and the window then opens. Closes it by
+    its OK."""
+    took = act(control(root, name, "push button"), "Press")
+    check(took < 0.5, "the press of %r is answered at once (%.2f s)" % (name, took))
+    opened = window(title)
+    act(control(opened, "OK", "push button"), "Press")
+    wait_for("the window %r to close" % title, lambda: all(w.name != title for w in windows()))
 
 
 def check(condition, message):
@@ -192,7 +201,7 @@ def load(open_file, data, options, message_title, message_text):
     answers the message the load shows."""
     for option in options:
         act(control(open_file, option, "radio button"), "Toggle")
-    act_later("Open Cone Data File", "Load Data File", "push button", "Press")
+    act(control(open_file, "Load Data File", "push button"), "Press")
     choose_file(data)
     answer_message(message_title, message_text)
 
@@ -210,6 +219,8 @@ def main_road(program, sounding):
     check_native_title("Open Cone Data File")
     focused = [a.name for a in walk(open_file) if a.getState().contains(pyatspi.STATE_FOCUSED)]
     check(focused == ["English Units "], "the focus rests on the units of the file, not on Exit (%s)" % focused)
+    press_opening(open_file, "  About", "About " + APP_NAME)
+    press_opening(open_file, "Help", APP_NAME + " Help")
 
     load(open_file, sounding, ["SI Units "], " Data Import from Text File",
          "Cone Data File: " + sounding + "\n was successfully opened. \n Total Number of Lines = ")
@@ -263,8 +274,8 @@ def millivolts(program, data):
     proc, open_file = start(program)
     load(open_file, data, ["SI Units", "m-MilliVolts"], " Data Import from Text File", " Total Number of Lines = 3")
     act(control(open_file, "Plot Cone Data", "push button"), "Press")
-    window_holding("Enter Project Information", "the project information screen")
-    act_later("", "OK", "push button", "Press")
+    titles = window_holding("Enter Project Information", "the project information screen")
+    act(control(titles, "OK", "push button"), "Press")
     factors = window_holding("Cone Conversion Factors:", "the cone factors screen")
     check(factors.name == "", "the cone factors screen has no title (%r)" % factors.name)
     act(control(factors, "Continue", "push button"), "Press")
@@ -287,29 +298,19 @@ def millivolts(program, data):
 def one_column(program, data):
     print("Side road: one column, a load that never ends")
     proc, open_file = start(program)
-    act_later("Open Cone Data File", "Load Data File", "push button", "Press")
+    act(control(open_file, "Load Data File", "push button"), "Press")
     choose_file(data)
     time.sleep(1.0)
     check(all(w.getRoleName() != "alert" for w in windows()), "no message for a first line of one value")
     check(not control(open_file, "Load Data File").getState().contains(pyatspi.STATE_ENABLED),
           "the open-file screen waits on its load")
-    act_later("Open Cone Data File", "  About", "push button", "Press")
-    about = window("About " + APP_NAME)
-    act(control(about, "OK", "push button"), "Press")
+    press_opening(open_file, "  About", "About " + APP_NAME)
+    press_opening(open_file, "Help", APP_NAME + " Help")
     act(control(open_file, "Exit", "push button"), "Press")
     check(proc.wait(10) == 0, "Exit still ends the program")
 
 
-def run_action(window_title, name, role, action):
-    app = wait_for("the program", application)
-    root = next((w for w in windows() if w.name == window_title), app)
-    act(control(root, name, role or None), action)
-
-
 def main():
-    if len(sys.argv) > 1 and sys.argv[1] == "--act":
-        run_action(*sys.argv[2:6])
-        return 0
     program = os.path.abspath(sys.argv[1])
     sounding = os.path.abspath(sys.argv[2])
     with tempfile.TemporaryDirectory() as scratch:

@@ -8,15 +8,31 @@ cd "$(dirname "$0")/.."
 program=${1:-build/src/app/pemlo}
 sounding=${2:-../shared/soundings/b003688.txt}
 
+# The servers started here keep no descriptor of the caller's: one that outlived the
+# walk would otherwise hold, say, the lock a build script took around it.
+for fd in /proc/$$/fd/*; do
+  fd=${fd##*/}
+  if [ "$fd" -gt 2 ] && [ "$fd" -lt 255 ]; then eval "exec $fd>&-"; fi
+done
+
+# Everything started here ends with the walk, whatever its outcome.
+xvfb="" launcher=""
+cleanup() {
+  [ -n "$launcher" ] && { pkill -P "$launcher" 2>/dev/null || true; kill "$launcher" 2>/dev/null || true; }
+  [ -n "${DBUS_SESSION_BUS_PID:-}" ] && { kill "$DBUS_SESSION_BUS_PID" 2>/dev/null || true; }
+  [ -n "$xvfb" ] && { kill "$xvfb" 2>/dev/null || true; }
+}
+trap cleanup EXIT
+
 display=:$((90 + RANDOM % 100))
 Xvfb "$display" -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
 xvfb=$!
-trap 'kill $xvfb 2>/dev/null || true; [ -n "${DBUS_SESSION_BUS_PID:-}" ] && kill "$DBUS_SESSION_BUS_PID" 2>/dev/null || true' EXIT
 export DISPLAY=$display
 for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
 
 eval "$(dbus-launch --sh-syntax)"
 /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
+launcher=$!
 sleep 1
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1 LC_ALL=C.UTF-8
-exec /usr/bin/python3 tools/accessibility-walk.py "$program" "$sounding"
+/usr/bin/python3 tools/accessibility-walk.py "$program" "$sounding"

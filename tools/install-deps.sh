@@ -12,7 +12,7 @@ packages=(
   xvfb xauth poppler-utils python3
   dbus-x11 at-spi2-core python3-pyatspi x11-utils
   cups cups-client cups-bsd printer-driver-cups-pdf
-  dpkg-dev file desktop-file-utils man-db
+  dpkg-dev file desktop-file-utils man-db lintian appstream
 )
 
 missing=()

@@ -6,13 +6,12 @@
 #include <charconv>
 #include <cmath>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 
 #include "cli/LayersCommand.h"
 #include "cli/OutputFiles.h"
+#include "cli/OutputPath.h"
 #include "cli/ProgressLine.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/StandardStreams.h"
@@ -24,7 +23,6 @@ namespace pemlo::cli {
 
 namespace {
 
-namespace fs = std::filesystem;
 
 constexpr std::size_t FindingsShown = 5;
 
@@ -98,6 +96,9 @@ FileOutcome ProfileOfInput(const AgsState& state, const Input& input, std::optio
                                            : profile::SourceOfDataFile(input.path, d->Depth[1], last);
                         source.name = input.name;
                         source.project = ProjectOf(input, state.project);
+                        // --cone-no names the cone of every push; without it each push keeps its own.
+                        if (!state.project.coneNo.empty())
+                            for (profile::PushRange& push : source.pushes) push.reference = state.project.coneNo;
                         auto layers = profile::GroupIntoLayers(profile::IntervalsOf(*d), d->IntervalSize, minThickness);
                         profiled = Profiled{{source, std::move(layers), last}, d->IntervalSize};
                         AddYardstick(profiled->sounding, yardstick, input, state.readings);
@@ -124,13 +125,6 @@ void RefuseWrongCalls(const AgsState& state)
 {
     if (state.options.graphUnits == GraphEnglish)
         throw CLI::ValidationError("--graph-units", "AGS4 depths are in metres: the ags command works in SI graph units");
-    std::error_code ec;
-    const fs::path out = fs::weakly_canonical(state.out, ec);
-    for (const std::string& file : state.files) {
-        std::error_code fileEc;
-        if (!ec && fs::weakly_canonical(file, fileEc) == out && !fileEc)
-            throw CLI::ValidationError("--out", state.out + " would overwrite the input " + file);
-    }
 }
 
 // Holds the text to the AGS4 rules and writes it only when it keeps them all.
@@ -146,14 +140,10 @@ int WriteChecked(const std::string& path, const std::string& text)
         WriteErr(message);
         return ExitWriteFailed;
     }
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << text;
-    out.close();
-    if (!out) {
-        WriteErr("pemlo-cli: could not write " + path + "\n");
-        return ExitWriteFailed;
-    }
-    return ExitOk;
+    const std::string failure = WriteOutputFile(path, [&](std::ostream& out) { out << text; });
+    if (failure.empty()) return ExitOk;
+    WriteErr("pemlo-cli: " + failure + "\n");
+    return ExitWriteFailed;
 }
 
 int Run(AgsState& state)
@@ -165,6 +155,7 @@ int Run(AgsState& state)
     CheckYardstickCall(state.yardstick, state.options);
 
     state.inputs = ExpandInputs(state.files, state.options.depth);
+    CheckOutputPath("--out", state.out, PathsOf(state.inputs));
     std::vector<std::string> names;
     for (const Input& input : state.inputs) names.push_back(input.name);
     std::vector<std::optional<Profiled>> results(state.inputs.size());
@@ -221,8 +212,17 @@ void AddAgsCommand(CLI::App& app)
                       "Default 0.5");
     command->add_option("--number", state->project.number, "Project number (PROJ_ID)")->type_name("TEXT");
     command->add_option("--title", state->project.title, "Project title (PROJ_NAME)")->type_name("TEXT");
-    command->add_option("--date", state->project.date, "Date of the sounding, yyyy-mm-dd for LOCA_STAR")
-        ->type_name("TEXT");
+    command
+        ->add_option("--date", state->project.date,
+                     "Date of the sounding for LOCA_STAR: a calendar date, yyyy-mm-dd (a time may follow after a "
+                     "blank); anything else is refused")
+        ->check(CLI::Validator(
+            [](std::string& text) -> std::string {
+                return profile::CalendarDate(text).empty() ? "'" + text + "' is not a calendar date yyyy-mm-dd"
+                                                           : std::string();
+            },
+            ""))
+        ->type_name("yyyy-mm-dd");
     command->add_option("--location", state->project.location, "Location of the site (PROJ_LOC)")
         ->type_name("TEXT");
     command->add_option("--gwt", state->project.gwt,

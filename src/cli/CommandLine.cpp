@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include <exception>
+#include <sstream>
 
 #include "cli/ExitCodes.h"
 #include "cli/StandardStreams.h"
@@ -26,17 +27,30 @@ void SetUpApp(CLI::App& app)
     app.footer(ExitStatusHelp);
 }
 
-int RunApp(CLI::App& app, int argc, char** argv)
+namespace {
+
+// CLI11's own output (help, the reason for a wrong call) through our streams, so that
+// the file names it repeats reach the terminal as safely as ours.
+int ExitOf(CLI::App& app, const CLI::Error& e)
+{
+    std::ostringstream out, err;
+    const int code = app.exit(e, out, err);
+    WriteOut(out.str());
+    WriteErr(err.str());
+    return code;
+}
+
+int Run(CLI::App& app, int argc, char** argv)
 {
     try {
         app.parse(argc, argv);
         return ExitOk;
     } catch (const CLI::Success& e) {  // --help, --version
-        return app.exit(e);
+        return ExitOf(app, e);
     } catch (const CLI::RuntimeError& e) {  // a command failed and said why
         return e.get_exit_code();
     } catch (const CLI::ParseError& e) {
-        app.exit(e);
+        ExitOf(app, e);
         return ExitUsage;
     } catch (const std::exception& e) {
         WriteErr(std::string("pemlo-cli: unexpected failure: ") + e.what() + "\n");
@@ -44,6 +58,17 @@ int RunApp(CLI::App& app, int argc, char** argv)
         WriteErr("pemlo-cli: unexpected failure\n");
     }
     return ExitWriteFailed;
+}
+
+}  // namespace
+
+int RunApp(CLI::App& app, int argc, char** argv)
+{
+    const int exitCode = Run(app, argc, argv);
+    // Results lost on their way out fail a run that had gone well; a run that had
+    // failed already keeps its status (the message says both).
+    if (!FlushOut() && exitCode == ExitOk) return ExitWriteFailed;
+    return exitCode;
 }
 
 }  // namespace pemlo::cli

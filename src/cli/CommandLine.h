@@ -12,7 +12,8 @@ namespace pemlo::cli {
 void SetUpApp(CLI::App& app);
 
 // Parses and runs the command; returns the exit status. --help and --version print
-// and return 0; a wrong call says why and returns 2; an unexpected failure returns 1.
+// and return 0; a wrong call says why and returns 2; an unexpected failure, or results
+// that standard output did not take, return 1.
 int RunApp(CLI::App& app, int argc, char** argv);
 
 }  // namespace pemlo::cli

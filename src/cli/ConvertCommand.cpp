@@ -3,11 +3,11 @@
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 
 #include "cli/OutputFiles.h"
+#include "cli/OutputPath.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/StandardStreams.h"
 #include "core/ProgramRoad.h"
@@ -73,9 +73,7 @@ void CheckDestination(const ConvertState& state, const std::vector<Input>& input
     if (state.out.empty() && state.outDir.empty() && inputs.size() != 1)
         throw CLI::ValidationError("FILE",
                                    std::to_string(inputs.size()) + " soundings; give --out-dir for their files");
-    std::error_code ec;
-    if (!state.out.empty() && fs::equivalent(state.out, inputs.front().path, ec))
-        throw CLI::ValidationError("-o", "the result would overwrite " + inputs.front().path);
+    if (!state.out.empty()) CheckOutputPath("-o", state.out, PathsOf(inputs));
 }
 
 int ConvertOne(const ConvertState& state, const Input& input)
@@ -87,11 +85,9 @@ int ConvertOne(const ConvertState& state, const Input& input)
         outcome.write(Out());
         return ExitOk;
     }
-    std::ofstream out(state.out, std::ios::binary | std::ios::trunc);
-    outcome.write(out);
-    out.close();
-    if (out) return ExitOk;
-    WriteErr("pemlo-cli: could not write " + state.out + "\n");
+    const std::string failure = WriteOutputFile(state.out, outcome.write);
+    if (failure.empty()) return ExitOk;
+    WriteErr("pemlo-cli: " + failure + "\n");
     return ExitWriteFailed;
 }
 
@@ -125,8 +121,12 @@ void AddConvertCommand(CLI::App& app)
         ->add_option("--out-dir", state->outDir, "Write one file per sounding into this directory and print a summary")
         ->type_name("DIR")
         ->excludes(out);
-    command->add_option("--from", state->from, "Keep the readings from this depth down (m)")->type_name("D");
-    command->add_option("--to", state->to, "Keep the readings down to this depth (m)")->type_name("D");
+    command->add_option("--from", state->from, "Keep the readings from this depth down (m)")
+        ->check(FiniteNumber())
+        ->type_name("D");
+    command->add_option("--to", state->to, "Keep the readings down to this depth (m)")
+        ->check(FiniteNumber())
+        ->type_name("D");
     AddImportOptions(*command, state->options);
     AddProjectOptions(*command, state->project);
     command->callback([state] {

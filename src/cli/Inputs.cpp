@@ -6,6 +6,7 @@
 #include "cli/BatchRunner.h"
 #include "formats/FileImport.h"
 #include "formats/ImportRecord.h"
+#include "formats/SafeText.h"
 
 namespace pemlo::cli {
 
@@ -33,11 +34,11 @@ std::vector<Input> Expand(const std::string& argument, formats::DepthChoice dept
     std::string path = argument, wanted;
     const bool selects = SplitSoundingName(argument, path, wanted);
     formats::FileImport file = formats::ImportFile(path, depth);
-    const Input base{path, path, file.format, nullptr, file.refusal};
+    const Input base{formats::TerminalText(path), path, file.format, nullptr, file.refusal};
     if (file.format == FileFormat::PlainAscii && file.refusal.empty()) {
         if (!selects) return {base};
-        return {
-            {argument, path, file.format, nullptr, "a plain ASCII cone data file holds one sounding; no " + wanted}};
+        return {{formats::TerminalText(argument), path, file.format, nullptr,
+                 "a plain ASCII cone data file holds one sounding; no " + wanted}};
     }
     if (!file.refusal.empty()) return {base};
     std::vector<Input> inputs;
@@ -45,12 +46,13 @@ std::vector<Input> Expand(const std::string& argument, formats::DepthChoice dept
     for (formats::ImportedSounding& s : file.soundings) {
         ids += (ids.empty() ? "" : ", ") + s.id;
         if (selects && s.id != wanted) continue;
-        const std::string name = IsContainer(file.format) ? path + "#" + s.id : path;
+        const std::string name = formats::TerminalText(IsContainer(file.format) ? path + "#" + s.id : path);
         inputs.push_back(
             {name, path, file.format, std::make_shared<const formats::ImportedSounding>(std::move(s)), {}});
     }
     if (inputs.empty())
-        return {{argument, path, file.format, nullptr, "no sounding " + wanted + " in the file; it holds " + ids}};
+        return {{formats::TerminalText(argument), path, file.format, nullptr,
+                 "no sounding " + wanted + " in the file; it holds " + ids}};
     return inputs;
 }
 
@@ -66,7 +68,7 @@ std::vector<Input> ExpandInputs(const std::vector<std::string>& arguments, forma
                 perFile[i] = Expand(argument, depth);
             } catch (const std::exception& e) {  // the argument must not vanish from the inputs
                 const std::string why = std::string("unexpected failure: ") + e.what();
-                perFile[i] = {{argument, argument, FileFormat::PlainAscii, nullptr, why}};
+                perFile[i] = {{formats::TerminalText(argument), argument, FileFormat::PlainAscii, nullptr, why}};
             }
             return FileOutcome{};
         },
@@ -77,25 +79,26 @@ std::vector<Input> ExpandInputs(const std::vector<std::string>& arguments, forma
     return inputs;
 }
 
+std::vector<std::string> PathsOf(const std::vector<Input>& inputs)
+{
+    std::vector<std::string> paths;
+    for (const Input& input : inputs) paths.push_back(input.path);
+    return paths;
+}
+
 std::string ResultStem(const Input& input)
 {
     std::string stem = fs::path(input.path).stem().string();
     if (!input.sounding || !IsContainer(input.format)) return stem;
-    stem += '#';
-    for (const char c : input.sounding->id) {
-        const auto u = static_cast<unsigned char>(c);
-        const bool safe = (u >= '0' && u <= '9') || (u >= 'A' && u <= 'Z') || (u >= 'a' && u <= 'z') ||
-                          c == '-' || c == '_' || c == '.' || c == '+' || u >= 0x80;
-        stem += safe ? c : '_';
-    }
-    return stem;
+    return stem + '#' + formats::FileNamePart(input.sounding->id);
 }
 
 std::string RecordLines(const Input& input)
 {
     if (!input.sounding) return {};
     std::string lines;
-    for (const std::string& line : formats::DescribeImport(*input.sounding)) lines += "  " + line + "\n";
+    for (const std::string& line : formats::DescribeImport(*input.sounding))
+        lines += "  " + formats::TerminalText(line) + "\n";
     return lines;
 }
 

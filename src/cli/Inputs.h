@@ -15,7 +15,7 @@
 namespace pemlo::cli {
 
 struct Input {
-    std::string name;  // as outputs, summaries and messages name it
+    std::string name;  // as outputs, summaries and messages name it: terminal-safe text
     std::string path;  // the file
     formats::FileFormat format = formats::FileFormat::PlainAscii;
     std::shared_ptr<const formats::ImportedSounding> sounding;  // null: read by the plain ASCII road
@@ -25,9 +25,13 @@ struct Input {
 // Reads the files on all cores; a refused file becomes one input carrying its refusal.
 std::vector<Input> ExpandInputs(const std::vector<std::string>& arguments, formats::DepthChoice depth);
 
+// The files the inputs are read from, for the output path rule (OutputPath.h).
+std::vector<std::string> PathsOf(const std::vector<Input>& inputs);
+
 // The name of the input's result file in an output folder, without extension: the
 // file's stem, and for a sounding of an AGS4 or BRO-XML file '#' and its id with
-// every character a file name cannot safely hold replaced by '_'.
+// every character a file name cannot safely hold (and any byte that is no UTF-8)
+// replaced by '_'.
 std::string ResultStem(const Input& input);
 
 // The lines of the import record, indented, for a summary; and with a heading

@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
+#include <QtGlobal>
+
 #include <QGuiApplication>
 #include <QHashSeed>
 #include <cstdlib>
@@ -12,6 +14,7 @@
 
 #include "cli/LayersCommand.h"
 #include "cli/OutputFiles.h"
+#include "cli/OutputPath.h"
 #include "cli/ProgressLine.h"
 #include "cli/SbtCommand.h"
 #include "cli/StandardStreams.h"
@@ -118,32 +121,27 @@ FileOutcome GatherLog(const LogState& state, const Input& input, std::shared_ptr
     return outcome;
 }
 
-// Never over an input, a directory or a device: the bytes go to a file beside the
-// target, which then takes its name, so that a failed write leaves no half log.
-std::string WritePdf(const fs::path& target, const std::string& bytes, const std::vector<Input>& inputs)
+// By the one rule for outputs (OutputPath.h): written beside the target and renamed.
+std::string WritePdf(const fs::path& target, const std::string& bytes, const std::vector<std::string>& inputs)
 {
-    std::error_code ec;
-    if (fs::exists(target, ec) && !fs::is_regular_file(target, ec))
-        return target.string() + " is not a regular file";
-    for (const Input& input : inputs)
-        if (fs::equivalent(target, input.path, ec)) return "would overwrite the input " + input.path;
-    const fs::path partial = target.string() + ".part" + std::to_string(::getpid());
-    {
-        std::ofstream file(partial, std::ios::binary | std::ios::trunc);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file) {
-            fs::remove(partial, ec);
-            return "could not write " + target.string();
-        }
-    }
-    fs::rename(partial, target, ec);
-    if (ec) {
-        fs::remove(partial, ec);
-        return "could not write " + target.string();
-    }
-    return {};
+    if (const std::string why = OutputPathRefusal(target, inputs); !why.empty()) return why;
+    return WriteOutputFile(target, [&](std::ostream& out) {
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    });
 }
+
+// Qt's own lines ("QStandardPaths: XDG_RUNTIME_DIR not set") are no message of this
+// program: they are kept off standard error for the time of the command.
+class QuietQt {
+public:
+    QuietQt() : previous_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
+    ~QuietQt() { qInstallMessageHandler(previous_); }
+    QuietQt(const QuietQt&) = delete;
+    QuietQt& operator=(const QuietQt&) = delete;
+
+private:
+    QtMessageHandler previous_;
+};
 
 // Qt draws the pages: a GUI application for the time of the command, offscreen
 // whatever the display, with fixed hashing (the fonts are written in the order of a
@@ -164,9 +162,13 @@ std::unique_ptr<QGuiApplication> EnsureApplication()
 int RunLog(const LogState& state, const log::LogOptions& options)
 {
     const std::vector<Input> inputs = ExpandInputs(state.sbt.files, state.sbt.options.depth);
+    std::vector<std::string> paths;
+    for (const Input& input : inputs) paths.push_back(input.path);
     const bool intoDir = !state.sbt.outDir.empty();
+    if (!intoDir) CheckOutputPath("--pdf", state.pdf, paths);
     const auto targets = intoDir ? ResultPaths(inputs, state.sbt.outDir, "pdf") : std::vector<fs::path>{};
     if (intoDir && !CreateOutputDirectory(state.sbt.outDir)) return ExitWriteFailed;
+    const QuietQt quiet;
     const auto application = EnsureApplication();
 
     std::vector<std::shared_ptr<log::LogSounding>> logs(inputs.size());
@@ -181,7 +183,7 @@ int RunLog(const LogState& state, const log::LogOptions& options)
         progress.Clear();
         if (!TallyFailure(names[i], outcome, exitCode) && intoDir) {
             const std::string bytes = log::DrawLogs({logs[i].get()}, options);
-            const std::string error = bytes.empty() ? "the pages could not be drawn" : WritePdf(targets[i], bytes, inputs);
+            const std::string error = bytes.empty() ? "the pages could not be drawn" : WritePdf(targets[i], bytes, paths);
             if (error.empty()) {
                 WriteOut(names[i] + " -> " + targets[i].string() + " (" +
                          std::to_string(log::PageCount(*logs[i], options)) + " pages)\n");
@@ -206,7 +208,7 @@ int RunLog(const LogState& state, const log::LogOptions& options)
         if (s) drawn.push_back(s.get()), pages += log::PageCount(*s, options);
     if (drawn.empty()) return exitCode;
     const std::string bytes = log::DrawLogs(drawn, options);
-    const std::string error = bytes.empty() ? "the pages could not be drawn" : WritePdf(state.pdf, bytes, inputs);
+    const std::string error = bytes.empty() ? "the pages could not be drawn" : WritePdf(state.pdf, bytes, paths);
     if (!error.empty()) {
         WriteErr("pemlo-cli: " + state.pdf + ": " + error + "\n");
         return exitCode == ExitOk ? ExitWriteFailed : exitCode;

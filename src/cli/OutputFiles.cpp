@@ -2,9 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
-#include <fstream>
 #include <map>
 
+#include "cli/OutputPath.h"
 #include "cli/StandardStreams.h"
 
 namespace pemlo::cli {
@@ -42,6 +42,8 @@ std::vector<fs::path> ResultPaths(const std::vector<Input>& inputs, const std::s
     for (const Input& input : inputs)
         if (const auto it = taken.find(key(input.path)); it != taken.end())
             throw CLI::ValidationError("--out-dir", "the result of " + it->second + " would overwrite " + input.path);
+    const std::vector<std::string> paths = PathsOf(inputs);
+    for (const fs::path& target : targets) CheckOutputPath("--out-dir", target, paths);
     return targets;
 }
 
@@ -57,10 +59,10 @@ bool CreateOutputDirectory(const std::string& outDir)
 FileOutcome WriteResultFile(FileOutcome outcome, const Input& input, const fs::path& target, const std::string& what)
 {
     if (outcome.exitCode != ExitOk) return outcome;
-    std::ofstream out(target, std::ios::binary | std::ios::trunc);
-    if (outcome.write) outcome.write(out);
-    out.close();
-    if (!out) return Failed(ExitWriteFailed, "could not write " + target.string(), outcome.notes);
+    const std::string failure = WriteOutputFile(target, [&](std::ostream& out) {
+        if (outcome.write) outcome.write(out);
+    });
+    if (!failure.empty()) return Failed(ExitWriteFailed, failure, outcome.notes);
     std::string summary =
         input.name + " -> " + target.string() + " (" + std::to_string(outcome.rows) + " " + what + ")\n";
     return {ExitOk, TextOutput(summary + RecordLines(input)), {}, outcome.rows, outcome.notes};

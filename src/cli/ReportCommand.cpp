@@ -7,15 +7,16 @@
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QTimer>
 #include <QToolButton>
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 
 #include "cli/ExitCodes.h"
+#include "cli/OutputPath.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/StandardStreams.h"
 #include "core/AllScreens.h"
@@ -27,6 +28,8 @@
 namespace pemlo::cli {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 struct ReportState {
     RoadCommandOptions options;
@@ -47,6 +50,53 @@ ScreenId ViewScreen(const std::string& view)
     if (name == "cpt") return ScreenId::Frm_CPTData;
     if (name == "uv") return ScreenId::Frm_UandV;
     return ScreenId::Frm_Pemlo01;
+}
+
+// Qt's own lines ("QStandardPaths: XDG_RUNTIME_DIR not set ...", "QPainter::begin():
+// Returned false") are no message of this program: they are caught for the time of
+// the command, and the last one is kept to say in our words why a page failed.
+class QtMessages {
+public:
+    QtMessages() : previous_(qInstallMessageHandler(&Catch)) { Active() = this; }
+    ~QtMessages()
+    {
+        qInstallMessageHandler(previous_);
+        Active() = nullptr;
+    }
+    QtMessages(const QtMessages&) = delete;
+    QtMessages& operator=(const QtMessages&) = delete;
+
+    std::string Last() const
+    {
+        const std::lock_guard lock(mutex_);
+        return last_;
+    }
+
+private:
+    // Qt's handler is a plain function: it finds the catcher of the running command here.
+    static QtMessages*& Active()
+    {
+        static QtMessages* active = nullptr;
+        return active;
+    }
+    static void Catch(QtMsgType, const QMessageLogContext&, const QString& message)
+    {
+        if (QtMessages* self = Active()) {
+            const std::lock_guard lock(self->mutex_);
+            self->last_ = message.toStdString();
+        }
+    }
+
+    QtMessageHandler previous_;
+    mutable std::mutex mutex_;
+    std::string last_;
+};
+
+// Why the PDF printer failed, from Qt's last line.
+std::string PrinterFailure(const std::string& qtLine)
+{
+    if (qtLine.find("QPainter::begin") != std::string::npos) return "the PDF printer could not open the file";
+    return qtLine.empty() ? "the PDF printer stopped" : "the PDF printer stopped (" + qtLine + ")";
 }
 
 // The screens draw with Qt: an application for the time of the command, offscreen
@@ -92,7 +142,7 @@ private:
     throw CLI::RuntimeError(exitCode);
 }
 
-void PrintView(const ReportState& state)
+void PrintView(const ReportState& state, const std::filesystem::path& pdfPath, const QtMessages& qt)
 {
     Screens& screens = Screens::Instance();
     screens.Reset();
@@ -105,7 +155,7 @@ void PrintView(const ReportState& state)
     auto* print = screen->findChild<QToolButton*>(QStringLiteral("Print"));
     if (print == nullptr) Fail(state, "the screen has no Print command", ExitWriteFailed);
 
-    const QString pdf = QString::fromStdString(state.pdf);
+    const QString pdf = QString::fromStdString(pdfPath.string());
     const int dpi = state.dotsPerInch;
     const QString paper = QString::fromStdString(state.paper);
     SetPrinterFactory([=] { return MakeQtPrinter(MakePdfQPrinter(pdf, dpi, paper)); });
@@ -113,22 +163,22 @@ void PrintView(const ReportState& state)
     print->click();
     SetPrinterFactory({});
     screens.Reset();
-    if (!answerer.Texts().empty()) {
-        // A page left half drawn by the failure was flushed when the printer went: it is no report.
-        std::error_code ec;
-        std::filesystem::remove(state.pdf, ec);
-        Fail(state, answerer.Texts().front() + " (" + state.pdf + ")", ExitWriteFailed);
-    }
+    // A page left half drawn by the failure is removed with the file beside the target.
+    if (!answerer.Texts().empty())
+        Fail(state, answerer.Texts().front() + ": could not write " + state.pdf + ": " + PrinterFailure(qt.Last()),
+             ExitWriteFailed);
 }
 
 void RunReport(const ReportState& state)
 {
     const Input input = SingleInput(state.file, state.options.depth);
+    CheckOutputPath("--pdf", state.pdf, {input.path});
     if (!input.refusal.empty()) Fail(state, input.refusal, ExitReadFailed);
     if (const auto refused = StrictRefusal(state.options, input)) {
         WriteErr(refused->notes);
         Fail(state, refused->error, refused->exitCode);
     }
+    const QtMessages qt;
     const auto application = EnsureApplication();
     Declarations& d = TheRecord();
     const RoadOptions road = ToRoadOptions(state.options, input);
@@ -149,16 +199,21 @@ void RunReport(const ReportState& state)
     d.GWT = project.gwt;
     d.ConeNo = project.coneNo;
 
-    std::error_code ec;
-    std::filesystem::remove(state.pdf, ec);  // a stale file must not pass for this page
+    // The page is printed beside the target and takes its place only when whole.
+    FileBeside pdf(state.pdf);
+    if (const std::string why = pdf.CanWrite(); !why.empty())
+        Fail(state, "could not write " + state.pdf + ": " + why, ExitWriteFailed);
     try {
-        PrintView(state);
+        PrintView(state, pdf.Path(), qt);
     } catch (const RunTimeError& e) {
         Screens::Instance().Reset();
         Fail(state, "Run-time error '" + std::to_string(e.Number()) + "': " + e.Message(), ExitRunTimeFailed);
     }
-    if (!QFileInfo::exists(QString::fromStdString(state.pdf)))
-        Fail(state, "no page was printed to " + state.pdf, ExitWriteFailed);
+    std::error_code ec;
+    if (fs::file_size(pdf.Path(), ec) == 0 || ec)
+        Fail(state, "no page was printed to " + state.pdf + ": " + PrinterFailure(qt.Last()), ExitWriteFailed);
+    if (const std::string why = pdf.Place(); !why.empty())
+        Fail(state, "could not write " + state.pdf + ": " + why, ExitWriteFailed);
     WriteOut(input.name + " -> " + state.pdf + " (" + CLI::detail::to_lower(state.view) + " report)\n");
 }
 

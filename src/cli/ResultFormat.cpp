@@ -11,6 +11,7 @@
 #include <span>
 
 #include "cli/ImportJson.h"
+#include "formats/SafeText.h"
 
 namespace pemlo::cli {
 
@@ -306,29 +307,7 @@ std::string CsvField(const std::string& text)
     return quoted + '"';
 }
 
-std::string JsonString(const std::string& text)
-{
-    std::string out = "\"";
-    for (unsigned char c : text) {
-        switch (c) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
-        default:
-            if (c < 0x20) {
-                constexpr char hex[] = "0123456789abcdef";
-                out += "\\u00";
-                out += hex[c >> 4];
-                out += hex[c & 15];
-            } else {
-                out += static_cast<char>(c);
-            }
-        }
-    }
-    return out + '"';
-}
+std::string JsonString(const std::string& text) { return '"' + formats::JsonStringContent(text) + '"'; }
 
 std::string TableHeading(const RunFacts& facts, const std::string& shown)
 {

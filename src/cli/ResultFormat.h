@@ -55,7 +55,7 @@ std::string IntervalCsvHeader(bool withFileColumn);
 // A CSV field, quoted where it holds a comma, a quote or a line end.
 std::string CsvField(const std::string& text);
 
-// A JSON string literal of the text.
+// A JSON string literal of the text: valid UTF-8, control characters escaped.
 std::string JsonString(const std::string& text);
 
 // The table's first two lines: the file, then what was read and how `shown` is shown.

@@ -55,6 +55,21 @@ CLI::Validator Named(std::vector<std::pair<std::string, int>> names)
 
 }  // namespace
 
+CLI::Validator FiniteNumber()
+{
+    return CLI::Validator(
+        [](std::string& text) -> std::string {
+            const char* first = text.data();
+            const char* last = text.data() + text.size();
+            if (first != last && *first == '+') ++first;
+            double value = 0.0;
+            const auto result = std::from_chars(first, last, value);
+            const bool finite = result.ec == std::errc{} && result.ptr == last && std::isfinite(value);
+            return finite ? std::string() : "'" + text + "' is not a finite number";
+        },
+        "");
+}
+
 void AddRoadOptions(CLI::App& command, RoadCommandOptions& options)
 {
     options.asciiOnly.push_back(

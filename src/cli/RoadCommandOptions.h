@@ -18,6 +18,7 @@
 namespace CLI {
 class App;
 class Option;
+class Validator;
 }
 
 namespace pemlo::cli {
@@ -37,6 +38,10 @@ struct RoadCommandOptions {
 // --data-units, --graph-units, --title-lines, --tip-factor, --sleeve-factor, and the
 // import options.
 void AddRoadOptions(CLI::App& command, RoadCommandOptions& options);
+
+// Checks an option's value is a finite number (a depth, a thickness): "nan", "inf"
+// and numbers beyond double are refused (exit 2).
+CLI::Validator FiniteNumber();
 
 // --depth penetration|corrected, --strict.
 void AddImportOptions(CLI::App& command, RoadCommandOptions& options);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "formats/TextDecoding.h"
@@ -228,7 +229,7 @@ void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
         const auto [push, added] = loc.pushIndex.try_emplace(std::string(testNumber), static_cast<int>(loc.pushes.size()));
         if (added && loc.pushes.size() >= MaxSoundings)
             Refuse(At(line) + ": more than " + std::to_string(MaxSoundings) + " pushes of one location");
-        if (added) loc.pushes.push_back({push->first, 0, 0.0f, 0.0f});
+        if (added) loc.pushes.push_back({push->first, 0, 0.0f, 0.0f, {}, {}});
         loc.lastPush = push->second;
     }
     RowValues values;
@@ -263,16 +264,22 @@ std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
         s.project = {projectId_, projectName_, startDate_[id], id, {}, {}};
         s.site = sites_[id];
         s.u2Unread = u2Unread_;
+        // Each push keeps its own cone; the project's cone number names every distinct
+        // one once, found in a set (not by searching the joined text, which grows with
+        // every push).
+        std::set<std::string_view> named;
         for (Push& p : s.pushes) {
-            const PushInfo& info = pushInfo_[{id, p.testNumber}];
-            p.areaRatio = info.areaRatio;
-            if (!s.groundwater && info.waterDepth) {
-                s.groundwater = info.waterDepth;
+            const auto info = pushInfo_.find({id, p.testNumber});
+            if (info == pushInfo_.end()) continue;
+            p.reference = info->second.reference;
+            p.areaRatio = info->second.areaRatio;
+            if (!s.groundwater && info->second.waterDepth) {
+                s.groundwater = info->second.waterDepth;
                 s.groundwaterSource = "SCPG_WAT of push " + p.testNumber;
             }
-            if (s.project.gwt.empty()) s.project.gwt = info.water;
-            if (!info.reference.empty() && s.project.coneNo.find(info.reference) == std::string::npos)
-                s.project.coneNo += (s.project.coneNo.empty() ? "" : " / ") + info.reference;
+            if (s.project.gwt.empty()) s.project.gwt = info->second.water;
+            if (!p.reference.empty() && named.insert(info->second.reference).second)
+                s.project.coneNo += (s.project.coneNo.empty() ? "" : " / ") + p.reference;
         }
         soundings.push_back(std::move(s));
     }

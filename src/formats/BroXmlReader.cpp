@@ -4,6 +4,10 @@
 
 #include <algorithm>
 #include <string>
+#include <functional>
+#include <set>
+#include <unordered_map>
+#include <vector>
 
 #include "formats/TextDecoding.h"
 
@@ -103,11 +107,16 @@ public:
     std::vector<ImportedSounding> Soundings(DepthChoice depth);
 
 private:
-    ImportedSounding Sounding(const pugi::xml_node& cpt, DepthChoice depth) const;
-    std::string VersionOf(const pugi::xml_node& cpt) const;
+    ImportedSounding Sounding(const pugi::xml_node& cpt, DepthChoice depth);
+    std::string VersionOf(const pugi::xml_node& cpt);
+    static std::string NamespaceAttribute(const pugi::xml_node& cpt);
+    using Declarations = std::unordered_map<std::string_view, std::string_view>;  // into the document's text
+    const Declarations& DeclarationsOf(const pugi::xml_node& node);
 
     std::string_view bytes_;
     pugi::xml_document doc_;
+    std::set<std::string, std::less<>> asked_;  // "xmlns" or "xmlns:PREFIX" of each CPT object
+    std::unordered_map<const pugi::xml_node_struct*, Declarations> declarations_;
 };
 
 void Document::Parse()
@@ -126,18 +135,39 @@ void Document::Parse()
     }
 }
 
-// "1.1" from the namespace of the CPT element, http(s)://.../xsd/dscpt/1.1.
-std::string Document::VersionOf(const pugi::xml_node& cpt) const
+// The declarations of an element of the namespaces CPT objects are named in. A root
+// may carry any number of attributes: each element's are looked through once,
+// however many CPT objects below it ask for their version.
+const Document::Declarations& Document::DeclarationsOf(const pugi::xml_node& node)
+{
+    auto [it, added] = declarations_.try_emplace(node.internal_object());
+    if (added) {
+        for (const pugi::xml_attribute& a : node.attributes()) {
+            const std::string_view name = a.name();
+            if (asked_.contains(name)) it->second.emplace(name, a.value());
+        }
+    }
+    return it->second;
+}
+
+std::string Document::NamespaceAttribute(const pugi::xml_node& cpt)
 {
     const std::string_view name = cpt.name();
     const std::size_t colon = name.find(':');
-    const std::string attribute =
-        colon == std::string_view::npos ? "xmlns" : "xmlns:" + std::string(name.substr(0, colon));
+    return colon == std::string_view::npos ? "xmlns" : "xmlns:" + std::string(name.substr(0, colon));
+}
+
+// "1.1" from the namespace of the CPT element, http(s)://.../xsd/dscpt/1.1.
+std::string Document::VersionOf(const pugi::xml_node& cpt)
+{
+    const std::string attribute = NamespaceAttribute(cpt);
     // The declaration stands a few levels up; a document nested deeper has no version.
     int level = 0;
     for (pugi::xml_node n = cpt; n && level < 64; n = n.parent(), ++level) {
-        const std::string_view uri = n.attribute(attribute.c_str()).value();
-        if (uri.empty()) continue;
+        const Declarations& declared = DeclarationsOf(n);
+        const auto found = declared.find(attribute);
+        if (found == declared.end() || found->second.empty()) continue;
+        const std::string_view uri = found->second;
         const std::size_t at = uri.find("/dscpt/");
         return at == std::string_view::npos ? std::string() : std::string(uri.substr(at + 7));
     }
@@ -158,6 +188,7 @@ std::vector<ImportedSounding> Document::Soundings(DepthChoice depth)
     if (cpts.empty()) cpts.push_back(doc_.document_element());
     if (cpts.size() > MaxSoundings)
         Refuse("more than " + std::to_string(MaxSoundings) + " CPT objects in one document");
+    for (const pugi::xml_node& cpt : cpts) asked_.insert(NamespaceAttribute(cpt));
     std::vector<ImportedSounding> soundings;
     for (const pugi::xml_node& cpt : cpts) {
         soundings.push_back(Sounding(cpt, depth));
@@ -257,7 +288,7 @@ void ReadValues(const pugi::xml_node& result, const Columns& c, std::string_view
     }
 }
 
-ImportedSounding Document::Sounding(const pugi::xml_node& cpt, DepthChoice depth) const
+ImportedSounding Document::Sounding(const pugi::xml_node& cpt, DepthChoice depth)
 {
     const pugi::xml_node result = FirstNamed(cpt, "cptResult");
     if (!result) Refuse(Where(bytes_, cpt) + " has no cone result (cptResult)");

@@ -54,13 +54,15 @@ struct ImportRecord {
     int kept = 0;
 };
 
-// An AGS4 push: its test number and the depths of its kept readings.
+// An AGS4 push: its test number, the depths of its kept readings and the cone it
+// was made with.
 struct Push {
     std::string testNumber;  // SCPG_TESN
     int readings = 0;
     float top = 0.0f;
     float bottom = 0.0f;
     std::optional<double> areaRatio = std::nullopt;  // SCPG_CAR, the cone's net area ratio in this push
+    std::string reference;   // SCPG_REF; empty where the file gives none
 };
 
 // Where the sounding stands, as the file states it: plan coordinates in its

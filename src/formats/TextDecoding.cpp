@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "formats/SafeText.h"
 #include "runtime/FileChannels.h"
 
 namespace pemlo::formats {
@@ -165,7 +166,7 @@ std::string Quoted(std::string_view field)
 {
     constexpr std::size_t Shown = 40;
     std::string out = "'";
-    for (char c : field.substr(0, Shown)) out += (static_cast<unsigned char>(c) < 0x20) ? '?' : c;
+    for (char c : CutText(field, Shown)) out += (static_cast<unsigned char>(c) < 0x20) ? '?' : c;
     return out + (field.size() > Shown ? "...'" : "'");
 }
 

@@ -55,7 +55,7 @@ std::string Lower(std::string_view s);
 // beyond double range.
 bool ParseNumber(std::string_view field, double& value);
 
-// A field for messages: quoted, cut at 40 characters.
+// A field for messages: quoted, cut at 40 bytes on a character boundary.
 std::string Quoted(std::string_view field);
 
 // Shortest round-trip text of a single-precision or double value ("57.5", "1e-05"):

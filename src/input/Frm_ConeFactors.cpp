@@ -13,6 +13,7 @@
 #include "core/Declarations.h"
 #include "core/ProgramRoad.h"
 #include "core/Screens.h"
+#include "runtime/AfterPress.h"
 #include "runtime/Arith.h"
 #include "runtime/MessageBox.h"
 #include "runtime/RunTimeError.h"
@@ -131,7 +132,8 @@ Frm_ConeFactors::Frm_ConeFactors(QWidget* parent)
         move(where->availableGeometry().center() - rect().center());
     }
 
-    connect(cmdNext_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdNext_Click(); }); });
+    // Continue may show a message, a modal window: it runs once the press is answered.
+    connect(cmdNext_, &QPushButton::clicked, this, [this] { AfterPress(this, [this] { CmdNext_Click(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdCancel_Click(); }); });
     for (QLineEdit* box : txtFactor_) {
         connect(box, &QLineEdit::textChanged, this, [this] { TxtFactor_Change(); });

@@ -7,6 +7,7 @@
 #include "core/Screens.h"
 #include "input/Frm_ViewFile.h"
 #include "input/Module_FileData.h"
+#include "runtime/AfterPress.h"
 #include "runtime/FileChannels.h"
 #include "runtime/FileDialog.h"
 #include "runtime/MessageBox.h"
@@ -99,8 +100,9 @@ void Frm_OpenFile::ConnectEvents()
     }
     connect(c_.CombTitleLines, &QComboBox::activated, this,
             [this](int index) { Untrapped([this, index] { CombTitleLines_Click(index); }); });
-    connect(c_.CmdViewFile, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdViewFile_Click(); }); });
-    connect(c_.CmdOpenFile, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdOpenFile_Click(); }); });
+    // Both open the file dialog, a modal window: they run once the press is answered.
+    connect(c_.CmdViewFile, &QPushButton::clicked, this, [this] { AfterPress(this, [this] { CmdViewFile_Click(); }); });
+    connect(c_.CmdOpenFile, &QPushButton::clicked, this, [this] { AfterPress(this, [this] { CmdOpenFile_Click(); }); });
     connect(c_.CmdPlot, &QPushButton::clicked, this, [this] { Untrapped([this] { CmdPlot_Click(); }); });
 }
 
@@ -111,9 +113,10 @@ void Frm_OpenFile::Toolbar1_ButtonClick(const QString& key)
         screens.Close(ScreenId::Frm_OpenFile);
         screens.EndProgram();
     } else if (key == QLatin1String("About")) {
-        screens.ShowModal(ScreenId::Frm_About);
+        // Modal windows open once the press is answered (see AfterPress).
+        AfterPress(this, [] { Screens::Instance().ShowModal(ScreenId::Frm_About); });
     } else if (key == QLatin1String("Help")) {
-        screens.ShowModal(ScreenId::Frm_HelpInfo);
+        AfterPress(this, [] { Screens::Instance().ShowModal(ScreenId::Frm_HelpInfo); });
     } else if (key == QLatin1String("File") && !waitingForever_) {
         OpenFileMenu();
     }

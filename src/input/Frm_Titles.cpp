@@ -12,6 +12,7 @@
 #include "core/Declarations.h"
 #include "core/ProgramRoad.h"
 #include "core/Screens.h"
+#include "runtime/AfterPress.h"
 #include "runtime/KeySending.h"
 #include "runtime/MessageBox.h"
 #include "runtime/RunTimeError.h"
@@ -147,9 +148,12 @@ Frm_Titles::Frm_Titles(QWidget* parent) : ScaledForm(QStringLiteral("Frm_Titles"
     }
 
     // Behind a load that never ends, OK and Cancel wait with the rest of the program:
-    // OK would otherwise plot the previous readings under the new file's name.
+    // OK would otherwise plot the previous readings under the new file's name. OK may
+    // open the cone factors or a message, both modal: it runs once the press is answered.
     connect(cmdOK_, &QPushButton::clicked, this, [this] {
-        if (!Screens::Instance().IsWaitingForLoad()) Untrapped([this] { CmdOK_Click(); });
+        AfterPress(this, [this] {
+            if (!Screens::Instance().IsWaitingForLoad()) CmdOK_Click();
+        });
     });
     connect(cmdCancel_, &QPushButton::clicked, this, [this] {
         if (!Screens::Instance().IsWaitingForLoad()) Untrapped([this] { CmdCancel_Click(); });

@@ -146,18 +146,29 @@ std::string Fixed(double value, int decimals)
     return text;
 }
 
-// "2015-05-10" at the start of the date as typed, or nothing.
-std::string IsoDate(const std::string& date)
+}  // namespace
+
+std::string CalendarDate(const std::string& date)
 {
-    const auto digits = [&](std::size_t from, std::size_t count) {
-        for (std::size_t i = from; i < from + count; ++i)
-            if (i >= date.size() || date[i] < '0' || date[i] > '9') return false;
-        return true;
+    const auto number = [&](std::size_t from, std::size_t count) {
+        int value = 0;
+        for (std::size_t i = from; i < from + count; ++i) {
+            if (i >= date.size() || date[i] < '0' || date[i] > '9') return -1;
+            value = value * 10 + (date[i] - '0');
+        }
+        return value;
     };
-    const bool iso = digits(0, 4) && date.size() >= 10 && date[4] == '-' && digits(5, 2) && date[7] == '-' &&
-                     digits(8, 2) && (date.size() == 10 || date[10] == ' ' || date[10] == 'T');
-    return iso ? date.substr(0, 10) : std::string();
+    const int year = number(0, 4), month = number(5, 2), day = number(8, 2);
+    const bool shape = year >= 0 && month >= 0 && day >= 0 && date[4] == '-' && date[7] == '-' &&
+                       (date.size() == 10 || date[10] == ' ' || date[10] == 'T');
+    if (!shape || month < 1 || month > 12 || day < 1) return {};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    constexpr int Days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const int inMonth = Days[month - 1] + (month == 2 && leap ? 1 : 0);
+    return day <= inMonth ? date.substr(0, 10) : std::string();
 }
+
+namespace {
 
 // The ground water table as a depth in metres, where it was typed as a plain number.
 std::string WaterDepth(const std::string& gwt)
@@ -181,8 +192,8 @@ Rows LocaRows(const std::vector<AgsSounding>& soundings)
     for (const AgsSounding& s : soundings) {
         const formats::ProjectInfo& p = s.source.project;
         std::string remark = "Readings from " + s.source.name;
-        if (!p.date.empty() && IsoDate(p.date).empty()) remark += "; sounding date " + p.date;
-        rows.push_back({Plain(s.source.locaId), Plain(remark), Fixed(s.finalDepth, 2), IsoDate(p.date)});
+        if (!p.date.empty() && CalendarDate(p.date).empty()) remark += "; sounding date " + p.date;
+        rows.push_back({Plain(s.source.locaId), Plain(remark), Fixed(s.finalDepth, 2), CalendarDate(p.date)});
     }
     return rows;
 }
@@ -201,7 +212,8 @@ Rows ScpgRows(const std::vector<AgsSounding>& soundings, const AgsSettings& sett
         // SCPG_WAT and SCPG_CAR hold the D and a the normalised soil behaviour type used.
         const std::string used = s.groundwater ? Fixed(*s.groundwater, 2) : water;
         for (const PushRange& push : s.source.pushes)
-            rows.push_back({Plain(s.source.locaId), Plain(push.id), Plain(p.coneNo), used, Plain(remark),
+            rows.push_back({Plain(s.source.locaId), Plain(push.id),
+                            Plain(push.reference.empty() ? p.coneNo : push.reference), used, Plain(remark),
                             push.areaRatio ? Fixed(*push.areaRatio, 3) : std::string()});
     }
     return rows;
@@ -212,11 +224,12 @@ Rows ScppRows(const std::vector<AgsSounding>& soundings, const AgsSettings& sett
     Rows rows;
     const std::string ref = Plain(Ref(settings));
     for (const AgsSounding& s : soundings) {
+        const PushesByTop pushes(s.source.pushes);
         for (std::size_t k = 0; k < s.layers.size(); ++k) {
             const SoilLayer& layer = s.layers[k];
             // A layer ends where the next begins, so that rounding leaves no gap or overlap.
             const double base = k + 1 < s.layers.size() ? s.layers[k + 1].top : layer.bottom;
-            const PushRange& push = s.source.pushes[PushOfTop(s.source.pushes, layer.top)];
+            const PushRange& push = s.source.pushes[pushes.Of(layer.top)];
             const LayerMeans& m = layer.means;
             rows.push_back({Plain(s.source.locaId), Plain(push.id), Fixed(layer.top, 2), Fixed(base, 2), ref,
                             SoilDescription(layer.soil), Fixed(m.u, 3), Fixed(m.v, 3), Fixed(m.sand, 1),

@@ -40,6 +40,11 @@ struct AgsSettings {
 // The soil as the interpreted soil type SCPP_CSBT gives it: "SAND", "SILT", "CLAY".
 const char* SoilDescription(Soil soil);
 
+// "2015-05-10" where the text begins with that calendar date in this form (followed by
+// nothing, or by a blank or 'T' and a time); else nothing. Only such a date goes into
+// LOCA_STAR; any other stays in the location's remark.
+std::string CalendarDate(const std::string& date);
+
 // The whole file, CR LF line ends. The project group comes from the first sounding.
 std::string WriteAgs4(const std::vector<AgsSounding>& soundings, const AgsSettings& settings);
 

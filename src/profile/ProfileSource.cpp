@@ -1,5 +1,6 @@
 #include "profile/ProfileSource.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace pemlo::profile {
@@ -18,7 +19,7 @@ std::string StemOf(const std::string& path)
 ProfileSource SourceOfDataFile(const std::string& path, double firstDepth, double lastDepth)
 {
     const std::string name = StemOf(path);
-    return {path, name, {{name, firstDepth, lastDepth}}, {}};
+    return {path, name, {{name, firstDepth, lastDepth, {}, {}}}, {}};
 }
 
 ProfileSource SourceOfSounding(const std::string& name, const std::string& path,
@@ -26,21 +27,28 @@ ProfileSource SourceOfSounding(const std::string& name, const std::string& path,
 {
     ProfileSource source{name, {}, {}, sounding.project};
     source.locaId = !sounding.locaId.empty() ? sounding.locaId : !sounding.id.empty() ? sounding.id : StemOf(path);
-    for (const formats::Push& push : sounding.pushes) source.pushes.push_back({push.testNumber, push.top, push.bottom});
+    for (const formats::Push& push : sounding.pushes)
+        source.pushes.push_back({push.testNumber, push.top, push.bottom, {}, push.reference});
     if (source.pushes.empty() && !sounding.depth.empty())
-        source.pushes.push_back({source.locaId, sounding.depth.front(), sounding.depth.back()});
+        source.pushes.push_back({source.locaId, sounding.depth.front(), sounding.depth.back(), {}, {}});
     return source;
 }
 
-std::size_t PushOfTop(const std::vector<PushRange>& pushes, double top)
+std::size_t PushOfTop(const std::vector<PushRange>& pushes, double top) { return PushesByTop(pushes).Of(top); }
+
+PushesByTop::PushesByTop(const std::vector<PushRange>& pushes)
 {
-    std::size_t shallowest = 0;
-    std::size_t found = pushes.size();
-    for (std::size_t i = 0; i < pushes.size(); ++i) {
-        if (pushes[i].top < pushes[shallowest].top) shallowest = i;
-        if (pushes[i].top <= top && (found == pushes.size() || pushes[i].top > pushes[found].top)) found = i;
-    }
-    return found == pushes.size() ? shallowest : found;
+    for (std::size_t i = 0; i < pushes.size(); ++i) order_.emplace_back(pushes[i].top, i);
+    std::stable_sort(order_.begin(), order_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+}
+
+std::size_t PushesByTop::Of(double top) const
+{
+    const auto byTop = [](const auto& a, const auto& b) { return a.first < b.first; };
+    auto above = std::upper_bound(order_.begin(), order_.end(), std::pair{top, std::size_t{0}}, byTop);
+    // Above every push: the shallowest; else the deepest start at or above the top.
+    const double start = above == order_.begin() ? order_.front().first : std::prev(above)->first;
+    return std::lower_bound(order_.begin(), order_.end(), std::pair{start, std::size_t{0}}, byTop)->second;
 }
 
 }  // namespace pemlo::profile

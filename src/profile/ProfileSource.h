@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "formats/ImportedSounding.h"
@@ -17,6 +18,7 @@ struct PushRange {
     double top = 0.0;
     double base = 0.0;
     std::optional<double> areaRatio = std::nullopt;  // the one the normalised soil behaviour type used
+    std::string reference;  // the cone it was made with; empty: the project's cone number
 };
 
 struct ProfileSource {
@@ -42,5 +44,16 @@ ProfileSource SourceOfSounding(const std::string& name, const std::string& path,
 // push above it, and a top above every push to the push that starts shallowest.
 // Needs at least one push.
 std::size_t PushOfTop(const std::vector<PushRange>& pushes, double top);
+
+// The same choice for many layers of one sounding: the pushes are ordered by their
+// tops once, so that each layer costs a binary search, not a pass over every push.
+class PushesByTop {
+public:
+    explicit PushesByTop(const std::vector<PushRange>& pushes);
+    std::size_t Of(double top) const;
+
+private:
+    std::vector<std::pair<double, std::size_t>> order_;  // (top, index), stable in index order
+};
 
 }  // namespace pemlo::profile

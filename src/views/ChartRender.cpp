@@ -43,16 +43,10 @@ QFont Arial(int points, bool bold = false)
 
 // The coordinate of point p on `axis`: values on ValueAxis; x positions on XAxis,
 // or 1, 2, ... while the chart has none.
-double Coordinate(const ChartSurface& s, const ChartSurface::Series& series, Integer axis, size_t p)
+double Coordinate(const ChartSurface& s, const ChartSurface::Series& series, ChartAxis axis, size_t p)
 {
     if (axis == ValueAxis) return series.values[p];
     return s.HasXValues() ? series.xs[p] : static_cast<double>(p + 1);
-}
-
-bool Stacked(const ChartSurface& s)
-{
-    const auto& list = s.SeriesList();
-    return s.SeriesCount() > 0 && list[0].style == 1;
 }
 
 // A tick step of 1, 2 or 5 times a power of ten giving about `wanted` ticks.
@@ -67,11 +61,11 @@ double NiceStep(double span, int wanted)
 
 }  // namespace
 
-DrawnRange RangeOf(const ChartSurface& s, Integer axis)
+DrawnRange RangeOf(const ChartSurface& s, ChartAxis axis)
 {
     double lo = 0.0, hi = 0.0;
     bool any = false;
-    const bool stack = Stacked(s) && axis == ValueAxis;
+    const bool stack = s.Stacked() && axis == ValueAxis;
     for (size_t p = 0; p < static_cast<size_t>(s.PointCount()); ++p) {
         double sum = 0.0;
         for (Integer k = 0; k < s.SeriesCount(); ++k) {
@@ -116,7 +110,7 @@ DrawnRange RangeOf(const ChartSurface& s, Integer axis)
 
 namespace {
 
-QValueAxis* MakeAxis(const ChartSurface& s, Integer axis, double lengthPx)
+QValueAxis* MakeAxis(const ChartSurface& s, ChartAxis axis, double lengthPx)
 {
     auto* a = new QValueAxis;
     const DrawnRange r = RangeOf(s, axis);
@@ -138,10 +132,13 @@ QValueAxis* MakeAxis(const ChartSurface& s, Integer axis, double lengthPx)
     return a;
 }
 
+// A line is at least one pixel wide, whatever the setting.
+Integer LineWidth(const ChartSurface& s) { return std::max<Integer>(1, s.LineWidth()); }
+
 QPen SeriesPen(const ChartSurface& s, Integer k)
 {
     QPen pen(FromColorRef(s.DrawnSeriesColor(k)));
-    pen.setWidthF(std::max<Integer>(1, s.PlotSetting('D')));
+    pen.setWidthF(LineWidth(s));
     pen.setCapStyle(Qt::RoundCap);
     pen.setJoinStyle(Qt::RoundJoin);
     return pen;
@@ -157,13 +154,13 @@ QPointF Place(const ChartSurface& s, const ChartSurface::Series& series, size_t 
 // The depth one pixel covers on screen, for thinning long lines; 0: draw them whole.
 double DepthPixel(const ChartSurface& s, double plotHeight)
 {
-    const DrawnRange r = RangeOf(s, s.AxesExchanged() ? XAxis : ValueAxis);
+    const DrawnRange r = RangeOf(s, s.VerticalAxis());
     return plotHeight > 0 ? (r.high - r.low) / plotHeight : 0.0;
 }
 
 void AddLines(QChart& chart, const ChartSurface& s, double depthPixel)
 {
-    const Integer marker = s.PlotSetting('C');
+    const Integer marker = s.MarkerSize();
     for (Integer k = 0; k < s.SeriesCount(); ++k) {
         const auto& series = s.SeriesList()[k];
         QList<QPointF> points;
@@ -175,7 +172,7 @@ void AddLines(QChart& chart, const ChartSurface& s, double depthPixel)
         if (marker > 0) {
             line->setPointsVisible(true);
             // The marker's outline is drawn with the line's pen: the whole dot is the setting.
-            line->setMarkerSize(std::max(2, marker - std::max<Integer>(1, s.PlotSetting('D'))));
+            line->setMarkerSize(std::max(2, marker - LineWidth(s)));
         }
         // Thinning works along the drawn vertical, which is depth.
         line->replace(depthPixel > 0 && marker <= 0 ? ThinForScreen(points, depthPixel) : points);
@@ -183,7 +180,7 @@ void AddLines(QChart& chart, const ChartSurface& s, double depthPixel)
     }
 }
 
-// Series of style 1 are shares of one whole: each fills the band between the sum of
+// Stacked series are shares of one whole: each fills the band between the sum of
 // the series before it and the sum including it.
 void AddStackedAreas(QChart& chart, const ChartSurface& s)
 {
@@ -237,13 +234,13 @@ bool LegendToolShown(const ChartSurface& s)
 // page keeps the same band; on screen only a legend that shows takes room.
 bool LegendBand(const ChartSurface& s, const ChartRenderOptions& options)
 {
-    if (options.printing) return s.PrintOptionA() || LegendToolShown(s);
+    if (options.printing) return s.PrintsLegend() || LegendToolShown(s);
     return LegendToolShown(s) && LegendHasText(s);
 }
 
 double LegendHeight(const ChartSurface& s, const ChartRenderOptions& options)
 {
-    if (options.printing && s.PrintOptionC() > 0) return s.PrintOptionC();
+    if (options.printing && s.PrintedLegendHeight() > 0) return s.PrintedLegendHeight();
     return QFontMetricsF(Arial(8)).height() + 12.0;
 }
 
@@ -262,18 +259,16 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
     chart.setBackgroundPen(Qt::NoPen);
     chart.setBackgroundRoundness(0);
     chart.setDropShadowEnabled(false);
-    chart.setTitle(s.Title(2));
+    chart.setTitle(s.Caption());
     chart.setTitleFont(Arial(CaptionPoints, true));
-    chart.setTitleBrush(FromColorRef(s.TitleColor(2).value_or(0)));
+    chart.setTitleBrush(FromColorRef(s.CaptionColor().value_or(0)));
 
     const QSizeF size = chart.size().isEmpty() ? QSizeF(DefaultWidth, DefaultHeight) : chart.size();
-    if (Stacked(s)) AddStackedAreas(chart, s);
+    if (s.Stacked()) AddStackedAreas(chart, s);
     else AddLines(chart, s, options.thin ? DepthPixel(s, size.height()) : 0.0);
 
-    const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
-    const Integer horizontal = s.AxesExchanged() ? ValueAxis : XAxis;
-    QValueAxis* h = MakeAxis(s, horizontal, size.width());
-    QValueAxis* v = MakeAxis(s, vertical, size.height());
+    QValueAxis* h = MakeAxis(s, s.HorizontalAxis(), size.width());
+    QValueAxis* v = MakeAxis(s, s.VerticalAxis(), size.height());
     chart.addAxis(h, Qt::AlignBottom);
     chart.addAxis(v, Qt::AlignLeft);
     for (QAbstractSeries* series : chart.series()) {
@@ -292,24 +287,23 @@ void FillChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions& o
 // but the chart's height and whether it keeps a legend band: the charts of one screen
 // or one printed page share their depth axis, and a depth must stand on the same row
 // on each of them. The caption above and the horizontal labels below get fixed
-// bands; the plot settings only act sideways: the left margin setting is the room
-// for the depth labels, the top margin setting is read as the gap at the right side
-// of the plot, so that no setting moves a plot up or down against its neighbours.
+// bands; the margins only act sideways, so that no setting moves a plot up or down
+// against its neighbours.
 QRectF PlotAreaOf(const ChartSurface& s, const QSizeF& size, const ChartRenderOptions& options)
 {
     const double top = PlotTop();
     double bottom = size.height() - HorizontalLabelsBand();
     if (LegendBand(s, options)) bottom -= LegendHeight(s, options);
 
-    const Integer vertical = s.AxesExchanged() ? XAxis : ValueAxis;
-    const DrawnRange r = RangeOf(s, vertical);
-    const Integer pts = s.AxisOf(vertical).fontSize;
+    const ChartSurface::Axis& depth = s.AxisOf(s.VerticalAxis());
+    const DrawnRange r = RangeOf(s, s.VerticalAxis());
+    const Integer pts = depth.fontSize;
     const QFontMetricsF fm(Arial(pts > 0 ? pts : DefaultLabelPoints));
     const double labels = std::max(fm.horizontalAdvance(QString::number(r.low, 'g', 6)),
                                    fm.horizontalAdvance(QString::number(r.high, 'g', 6))) + 10.0;
-    const double title = s.AxisOf(vertical).title.isEmpty() ? 0.0 : QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 6.0;
-    const double left = std::max<double>(s.PlotSetting('A'), labels + title);
-    const double right = size.width() - std::max<int>(DefaultRightMargin, s.PlotSetting('B'));
+    const double title = depth.title.isEmpty() ? 0.0 : QFontMetricsF(Arial(AxisTitlePoints, true)).height() + 6.0;
+    const double left = std::max<double>(s.LeftMargin(), labels + title);
+    const double right = size.width() - std::max<int>(DefaultRightMargin, s.RightMargin());
     return QRectF(QPointF(left, top), QPointF(std::max(left + 1.0, right), std::max(top + 1.0, bottom)));
 }
 
@@ -336,7 +330,7 @@ void LayoutChart(QChart& chart, const ChartSurface& s, const ChartRenderOptions&
 
     QLegend* legend = chart.legend();
     if (legend->isVisible()) {
-        const bool below = !options.printing || (s.PrintOptionB() & 256) != 0;
+        const bool below = !options.printing || s.PrintedLegendBelow();
         legend->setAlignment(below ? Qt::AlignBottom : Qt::AlignTop);
         legend->setBackgroundVisible(false);
         legend->setMaximumHeight(LegendHeight(s, options));

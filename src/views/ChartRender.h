@@ -46,6 +46,6 @@ struct DrawnRange {
     double high = 1.0;
     bool reversed = false;
 };
-DrawnRange RangeOf(const ChartSurface& surface, Integer axis);
+DrawnRange RangeOf(const ChartSurface& surface, ChartAxis axis);
 
 }  // namespace pemlo

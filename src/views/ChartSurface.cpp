@@ -136,7 +136,7 @@ void ChartSurface::SetAxisTitle(Integer axis, const QString& text) { AxisAt(axis
 void ChartSurface::SetAxisMax(Integer axis, double v) { AxisAt(axis).max = v; Touch(); }
 void ChartSurface::SetAxisMin(Integer axis, double v) { AxisAt(axis).min = v; Touch(); }
 
-const ChartSurface::Axis& ChartSurface::AxisOf(Integer axis) const
+const ChartSurface::Axis& ChartSurface::AxisOf(ChartAxis axis) const
 {
     if (axis < 0 || axis > 2) Raise(ErrInvalidProcedureCall);
     return axes_[axis];
@@ -161,11 +161,6 @@ QString ChartSurface::Title(Integer position) const
     return position >= 0 && position < CaptionPositions ? captions_[position] : QString();
 }
 
-std::optional<ColorRef> ChartSurface::TitleColor(Integer position) const
-{
-    return position >= 0 && position < CaptionPositions ? captionColours_[position] : std::nullopt;
-}
-
 void ChartSurface::SetSeriesLegend(Integer series, const QString& text) { SeriesAt(series).legend = text; Touch(); }
 void ChartSurface::SetSeriesColor(Integer series, ColorRef colour) { SeriesAt(series).colour = colour; Touch(); }
 void ChartSurface::SetSeriesStyle(Integer series, Integer style) { SeriesAt(series).style = style; Touch(); }
@@ -176,7 +171,7 @@ ColorRef ChartSurface::DrawnSeriesColor(Integer series) const
     if (series >= 0 && static_cast<size_t>(series) < series_.size() && series_[series].colour)
         return *series_[series].colour;
     if (series >= 0 && static_cast<size_t>(series) < designColours_.size()) return designColours_[series];
-    if (series == 0 && captionColours_[2]) return *captionColours_[2];
+    if (series == 0 && CaptionColor()) return *CaptionColor();
     return palette[static_cast<size_t>(series < 0 ? 0 : series) % std::size(palette)];
 }
 
@@ -195,6 +190,9 @@ void ChartSurface::SetXValue(Integer series, Integer point, double x)
 }
 
 const std::vector<ChartSurface::Series>& ChartSurface::SeriesList() const { return series_; }
+
+// The first series decides for the whole block: the soil chart styles all three alike.
+bool ChartSurface::Stacked() const { return seriesCount_ > 0 && series_[0].style == 1; }
 
 void ChartSurface::Refresh()
 {

@@ -90,9 +90,10 @@ public:
     Integer SeriesCount() const { return seriesCount_; }
     Integer PointCount() const { return pointCount_; }
     bool HasXValues() const { return hasXValues_; }
-    const Axis& AxisOf(Integer axis) const;
+    const Axis& AxisOf(ChartAxis axis) const;
+    // The codes as the screens set them, for the tests of the screens' commands; the
+    // drawing reads the named settings below.
     QString Title(Integer position) const;
-    std::optional<ColorRef> TitleColor(Integer position) const;
     Integer PlotSetting(char which) const;   // 'A'..'D'
     bool IsOpen(Integer kind) const;
     int RefreshCount() const;                // how often Refresh ran
@@ -103,11 +104,35 @@ public:
     // The series' colour as drawn: its own, else the design colour, else (series 0)
     // the caption's colour, else a fixed palette.
     ColorRef DrawnSeriesColor(Integer series) const;
-    bool PrintOptionA() const { return printLegend_; }
-    std::int32_t PrintOptionB() const { return printLegendPlace_; }
-    Integer PrintOptionC() const { return printLegendHeight_; }
     // Grows with every change; the widget redraws a chart whose revision it has not drawn.
     unsigned Revision() const { return revision_; }
+
+    // --- The settings by what they mean in the drawing: the key to the codes above ---
+    // SetPlotSettingA: the room left of the plot for the depth labels, in pixels.
+    Integer LeftMargin() const { return settings_[0]; }
+    // SetPlotSettingB: the gap right of the plot, in pixels. Every plot of one screen
+    // or page shares its depth rows, so no setting may move a plot up or down.
+    Integer RightMargin() const { return settings_[1]; }
+    // SetPlotSettingC: the diameter of each point's marker in pixels; 0 draws none.
+    Integer MarkerSize() const { return settings_[2]; }
+    // SetPlotSettingD: the width of the series' lines in pixels.
+    Integer LineWidth() const { return settings_[3]; }
+    // SetSeriesStyle(0, 1): the series of the data block are shares of one whole,
+    // drawn as stacked areas instead of lines.
+    bool Stacked() const;
+    // Depth always runs upright: the value axis, or the x axis where the axes are exchanged.
+    ChartAxis VerticalAxis() const { return axesExchanged_ ? XAxis : ValueAxis; }
+    ChartAxis HorizontalAxis() const { return axesExchanged_ ? ValueAxis : XAxis; }
+    // SetTitle and SetTitleColor at the one position the screens use: the caption
+    // naming the quantity plotted.
+    QString Caption() const { return captions_[CaptionPosition]; }
+    std::optional<ColorRef> CaptionColor() const { return captionColours_[CaptionPosition]; }
+    // The print preparation of the results view. SetPrintOptionA: the series legend
+    // shows on paper; SetPrintOptionB with bit 256: it stands below the plot, else
+    // above; SetPrintOptionC: its height in pixels, 0 for the usual height.
+    bool PrintsLegend() const { return printLegend_; }
+    bool PrintedLegendBelow() const { return (printLegendPlace_ & LegendBelowBit) != 0; }
+    Integer PrintedLegendHeight() const { return printLegendHeight_; }
 
 signals:
     void Changed();  // Refresh ran: the widget redraws
@@ -126,6 +151,8 @@ private:
     bool hasXValues_ = false;                  // without x positions points stand at 1, 2, ...
     Axis axes_[3];
     static constexpr int CaptionPositions = 4;  // positions 0..3; the screens use 2
+    static constexpr int CaptionPosition = 2;
+    static constexpr std::int32_t LegendBelowBit = 256;
     QString captions_[CaptionPositions];
     std::optional<ColorRef> captionColours_[CaptionPositions];
     Integer settings_[4] = {0, 0, 0, 0};

@@ -41,16 +41,17 @@ ScratchDir::ScratchDir()
     std::filesystem::create_directories(path_);
 }
 
-CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch)
+CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch, const std::string& stdoutPath)
 {
     // A time limit turns a hang into a failed test instead of a stuck suite.
-    const auto out = scratch.Path() / ".stdout";
+    const auto out = stdoutPath.empty() ? scratch.Path() / ".stdout" : std::filesystem::path(stdoutPath);
     const auto err = scratch.Path() / ".stderr";
-    std::string command = "cd " + ShellQuoted(scratch.Path().string()) + " && timeout 60 " + ShellQuoted(PEMLO_CLI_PATH);
+    std::string command = "cd " + ShellQuoted(scratch.Path().string()) + " && env -u XDG_RUNTIME_DIR timeout 60 " +
+                          ShellQuoted(PEMLO_CLI_PATH);
     for (const std::string& arg : args) command += ' ' + ShellQuoted(arg);
     command += " >" + ShellQuoted(out.string()) + " 2>" + ShellQuoted(err.string()) + " </dev/null";
     const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadAll(out), ReadAll(err)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, stdoutPath.empty() ? ReadAll(out) : "", ReadAll(err)};
 }
 
 void WriteDataFile(const std::string& path, int titleLines, const std::vector<std::string>& dataLines)

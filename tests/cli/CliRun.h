@@ -29,8 +29,9 @@ private:
 };
 
 // Runs pemlo-cli in the scratch directory with the arguments (each passed as one word)
-// under a time limit.
-CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch);
+// under a time limit, without XDG_RUNTIME_DIR (which Qt would miss aloud). Standard
+// output goes to stdoutPath where one is given (out is then empty).
+CliRun RunCli(const std::vector<std::string>& args, const ScratchDir& scratch, const std::string& stdoutPath = {});
 
 // A data file: titleLines lines of text, then the data lines as given, CR LF ended.
 void WriteDataFile(const std::string& path, int titleLines, const std::vector<std::string>& dataLines);

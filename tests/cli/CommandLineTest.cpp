@@ -11,6 +11,9 @@
 
 #include "CliRun.h"
 #include "cli/Inputs.h"
+#include "formats/HostileFiles.h"
+#include "formats/SafeText.h"
+#include "formats/TextDecoding.h"
 
 namespace pemlo::cli::test {
 namespace {
@@ -43,6 +46,15 @@ void WriteFixtures(const ScratchDir& scratch)
     std::vector<std::string> kpa;  // SI, qc written in kPa
     for (int i = 1; i <= 30; ++i) kpa.push_back(std::to_string(i * 0.05) + "," + std::to_string(2000 + i * 100) + ",0.05");
     WriteDataFile(scratch.File("kpa.txt"), 10, kpa);
+    // Hostile text: control characters in a GEF id, bytes that are no UTF-8 in a BRO id.
+    std::ofstream(scratch.File("esc.gef"), std::ios::binary) << "#GEFID= 1,1,0\n#TESTID= A\x1B[31mB\x07\n#COLUMNINFO= 1, m, "
+        "l, 1\n#COLUMNINFO= 2, MPa, qc, 2\n#COLUMNINFO= 3, MPa, fs, 3\n#EOH=\n1 1 0.01\n2 2 0.02\n";
+    std::ofstream(scratch.File("id.xml"), std::ios::binary)
+        << "<r><CPT_O><broId>X\xFF\xFEY\x1B</broId><cptResult><values>1,1,0.01;2,2,0.02</values></cptResult>"
+           "<parameters><localFriction>ja</localFriction><penetrationLength>ja</penetrationLength>"
+           "<coneResistance>ja</coneResistance></parameters></CPT_O></r>";
+    std::ofstream(scratch.File("pushes.ags"), std::ios::binary) << formats::test::ManyPushesAgs4(2000);
+    for (const char* folder : {"adir", "taken/ten.csv"}) fs::create_directories(scratch.Path() / folder);
     fs::create_symlink("loop", scratch.Path() / "loop");
     std::ofstream(scratch.File("big.txt")).close();
     fs::resize_file(scratch.File("big.txt"), 600ull << 20);  // sparse: costs no disk
@@ -54,7 +66,9 @@ struct CommandCase {
     int exitCode;
     std::vector<std::string> err, out;  // each must appear
     std::vector<std::string> ags = {};  // each must appear in out.ags; none: no out.ags is written
+    std::string stdoutTo = {};          // where standard output goes instead of `out`
 };
+
 
 TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
 {
@@ -121,6 +135,23 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"a file breaking the AGS4 rules written anyway (one location twice)",
          {"ags", b155283, b155283, "--data-units", "si", "-o", "out.ags"}, 1,
          {"key headings present and unique: LOCA: key LOCA_ID = b155283 repeats"}, {}},
+        {"every push given the cones of all pushes", {"ags", ags, "-o", "out.ags"}, 0, {}, {},
+         {"\"BH-WFS1-2A\",\"CPT01\",\"CP10-CF50PB10 1706-1876\",", "\"BH-WFS1-2A\",\"CPT18\",\"CP5-CF80 1721-1964\","}},
+        {"each push's row repeating all cones (226 MB)", {"ags", "pushes.ags", "-o", "out.ags"}, 0, {}, {}, {"\"T1999\",\"R01999xxx"}},
+        {"a date that is no calendar day taken for LOCA_STAR",
+         {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--date", "2024-13-45"}, 2, {"not a calendar date"}, {}},
+        {"a depth of nan taken", {"convert", mos, "--from", "nan"}, 2, {"--from: 'nan' is not a finite number"}, {}},
+        // Output paths: only a regular file that is no input is written over.
+        {"convert writing over its input", {"convert", "esc.gef", "-o", "esc.gef"}, 2, {"esc.gef is the input esc.gef"}, {}},
+        {"convert removing a directory", {"convert", "esc.gef", "-o", "adir"}, 2, {"adir is a directory"}, {}},
+        {"convert writing over a device", {"convert", "esc.gef", "-o", "/dev/null"}, 2, {"/dev/null is a device"}, {}},
+        {"--out-dir removing a folder named as a result", {"classify", "ten.txt", "--out-dir", "taken"}, 2, {"taken/ten.csv is a"}, {}},
+        {"results lost on a full disk without a word", {"classify", "ten.txt"}, 1,
+         {"could not write the results to standard output: No space left on device"}, {}, {}, "/dev/full"},
+        // Text from the files: escaped on the terminal, valid in JSON and in file names.
+        {"a GEF id driving the terminal", {"readings", "esc.gef"}, 0, {"id A\\x1B[31mB\\x07,"}, {}},
+        {"a BRO id that is no UTF-8 in JSON or on the terminal", {"readings", "id.xml", "--format", "json"}, 0,
+         {"imported id.xml#X\\xFF\\xFEY\\x1B\n"}, {"\"id\": \"X\xEF\xBF\xBD\xEF\xBF\xBDY\\u001B\""}},
         {"the project fields or the water table not written",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--number", "P-17", "--gwt", "1.5", "--cone-no", "C10"}, 0,
          {}, {}, {"\"DATA\",\"P-17\"", "\"b155283\",\"b155283\",\"C10\",\"1.50\""}},
@@ -130,13 +161,18 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
     for (const CommandCase& c : cases) {
         SCOPED_TRACE(c.catches);
         fs::remove(scratch.Path() / "out.ags");
-        const CliRun run = RunCli(c.args, scratch);
+        const CliRun run = RunCli(c.args, scratch, c.stdoutTo);
         EXPECT_EQ(run.exitCode, c.exitCode) << run.err;
+        // Standard error as TerminalText leaves it (valid UTF-8, no control but the line end).
+        EXPECT_TRUE(formats::TerminalText(run.err) == run.err && formats::IsValidUtf8(run.out)) << "raw bytes shown";
         for (const std::string& text : c.err) EXPECT_NE(run.err.find(text), std::string::npos) << text << "\n" << run.err;
         for (const std::string& text : c.out) EXPECT_NE(run.out.find(text), std::string::npos) << text;
         EXPECT_EQ(fs::exists(scratch.Path() / "out.ags"), !c.ags.empty());
+        EXPECT_LT(c.ags.empty() ? 0 : fs::file_size(scratch.Path() / "out.ags"), 2u << 20) << "an AGS4 file out of all measure";
         for (const std::string& text : c.ags) EXPECT_NE(ReadAll(scratch.Path() / "out.ags").find(text), std::string::npos) << text;
     }
+    EXPECT_TRUE(fs::is_directory(scratch.Path() / "adir") && fs::is_character_file("/dev/null") &&
+                ReadAll(scratch.Path() / "esc.gef").starts_with("#GEFID= 1,1,0\n")) << "an input or a folder written over";
 }
 
 // A batch goes on after a failed input, keeps its input order, and ends with the status

@@ -247,8 +247,8 @@ TEST(LogCommand, AFailedInputLeavesTheOthersWritten)
          {scratch.File("logs/mos_inclination.pdf")}, {2}},
         {"no output named", {"log", good}, 2, {}, {}},
         {"both outputs named", {"log", good, "--pdf", pdf, "--out-dir", scratch.File("logs")}, 2, {}, {}},
-        {"the PDF over an input", {"log", scratch.File("copy.gef"), "--pdf", scratch.File("copy.gef")}, 1, {}, {}},
-        {"the PDF over a directory", {"log", good, "--pdf", scratch.Path().string()}, 1, {}, {}},
+        {"the PDF over an input", {"log", scratch.File("copy.gef"), "--pdf", scratch.File("copy.gef")}, 2, {}, {}},
+        {"the PDF over a directory", {"log", good, "--pdf", scratch.Path().string()}, 2, {}, {}},
     };
     std::filesystem::copy_file(good, scratch.File("copy.gef"));
     const std::string copy = ReadAll(scratch.File("copy.gef"));

@@ -62,7 +62,13 @@ TEST(ReportCommand, WritesOnePagePerViewOrEndsWithTheFailuresStatus)
         {{"--view", "plan"}, 2, "", ""},
         {{"--pdf", "/nonexistent/folder/out.pdf"}, 1, "", ""},
         {{}, 3, "", "", "missing.txt"},
+        // The PDF path under the rule of every output: no input, directory or device removed.
+        {{"--pdf", "in.txt"}, 2, "", "", "in.txt"},
+        {{"--pdf", "folder"}, 2, "", ""},
+        {{"--pdf", "/dev/null"}, 2, "", ""},
     };
+    std::filesystem::copy_file(sounding, scratch.File("in.txt"));
+    std::filesystem::create_directory(scratch.File("folder"));
     for (const auto& c : cases) {
         std::vector<std::string> args{"report", c.file.empty() ? sounding : c.file, "--data-units", "si", "--number", "B099543"};
         args.insert(args.end(), c.arguments.begin(), c.arguments.end());
@@ -71,6 +77,8 @@ TEST(ReportCommand, WritesOnePagePerViewOrEndsWithTheFailuresStatus)
         std::filesystem::remove(pdf);
         const CliRun run = RunCli(args, scratch);
         ASSERT_EQ(run.exitCode, c.exitCode) << run.err;
+        // Only the program's own lines: Qt's (QStandardPaths, QPainter) are caught.
+        EXPECT_EQ(("\n" + run.err).find("\nQ"), std::string::npos) << run.err;
         if (c.exitCode != 0) {
             EXPECT_FALSE(std::filesystem::exists(pdf));
             continue;
@@ -86,6 +94,8 @@ TEST(ReportCommand, WritesOnePagePerViewOrEndsWithTheFailuresStatus)
         EXPECT_GT(rowBottom, 0.0) << "the second header row is printed";
         EXPECT_LE(rowBottom, 30.0) << "the second header row stands above the charts";
     }
+    EXPECT_TRUE(ReadAll(scratch.Path() / "in.txt") == ReadAll(sounding) && std::filesystem::is_directory(scratch.File("folder")))
+        << "the input or a directory written over";
 }
 
 }  // namespace

@@ -4,12 +4,14 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 
 #include "formats/FileImport.h"
+#include "formats/HostileFiles.h"
 #include "formats/FormatDetection.h"
 #include "formats/ImportRecord.h"
 
@@ -174,6 +176,7 @@ TEST(Ags4Reader, OneSoundingPerLocationWithItsPushesMerged)
     EXPECT_EQ(b.pushes[0].testNumber, "1");
     EXPECT_EQ(b.pushes[0].readings, 1);
     EXPECT_EQ(b.pushes[1].top, 3.0f);
+    EXPECT_EQ(b.pushes[0].reference + "|" + b.pushes[1].reference, "|cone \"X\"") << "a push given another's cone";
     EXPECT_EQ(b.project.number + "|" + b.project.title + "|" + b.project.date + "|" + b.project.location + "|" +
                   b.project.gwt + "|" + b.project.coneNo,
               "P1|Pier, north|2015-04-10|B|3.5 m|cone \"X\"");
@@ -209,6 +212,30 @@ TEST(BroXmlReader, EachCptObjectWithItsColumnsNamedByTheParametersList)
     const FileImport comma = Import(Bro(declared));
     ASSERT_EQ(comma.refusal, "");
     EXPECT_EQ(comma.soundings[0].depth, (std::vector<float>{0.2f, 0.3f}));
+}
+
+// What a reader does once per sounding or per push must not grow with the file: a
+// quadratic reader took 12 s and 48 s on the first two files, a linear one takes a
+// small fraction of a second (bench_cli prints the figures).
+TEST(FileImport, ReadsFilesBuiltToBeSlowInTimeLinearInTheirSize)
+{
+    // soundings, the length of the first one's cone number (each distinct cone once), the version
+    const struct { const char* catches; std::string text; std::size_t soundings, coneNo; const char* version; } cases[] = {
+        {"the cone references of all pushes joined and searched once per push", test::ManyPushesAgs4(10000), 1,
+         10000 * 50 + 9999 * 3, ""},
+        {"the root's attributes looked through once per CPT object", test::ManyRootAttributesBroXml(10000, 500000),
+         10000, 0, "1.1"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.catches);
+        const auto start = std::chrono::steady_clock::now();
+        const FileImport f = Import(c.text);
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+        ASSERT_EQ(f.soundings.size(), c.soundings) << f.refusal;
+        EXPECT_EQ(f.soundings.front().project.coneNo.size(), c.coneNo);
+        EXPECT_EQ(f.soundings.back().version, c.version);
+        EXPECT_LT(seconds.count(), 2.0) << "the order of a quadratic reader";
+    }
 }
 
 TEST(FileImport, RefusesWhatItCannotReadAndSaysWhereAndWhy)

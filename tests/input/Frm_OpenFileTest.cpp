@@ -1,6 +1,6 @@
 // The open-file screen as a user drives it: the units logic, the
 // title lines, loading through the real file dialog with the messages word for word,
-// the load that never ends, the close box and Exit.
+// the load that never ends, About and Help, the close box and Exit.
 #include <QComboBox>
 #include <QPushButton>
 #include <QRadioButton>
@@ -35,7 +35,7 @@ protected:
     void Load(Frm_OpenFile* screen, ModalWatcher& watcher, const QString& path)
     {
         path.isEmpty() ? watcher.CancelFileDialog() : watcher.ChooseFile(path);
-        Find<QPushButton>(screen, "CmdOpenFile")->click();
+        Press(screen, "CmdOpenFile");
     }
     Declarations& d = TheRecord();
 };
@@ -161,7 +161,7 @@ TEST_F(OpenFileTest, LoadThatNeverEndsKeepsTheHourglassButExitStillWorks)
         ModalWatcher watcher;
         if (!closeBox) {
             watcher.ChooseFile(path);
-            Find<QPushButton>(screen, "CmdViewFile")->click();
+            Press(screen, "CmdViewFile");
             ASSERT_TRUE(screens().IsLoaded(ScreenId::Frm_ViewFile));
         }
         Load(screen, watcher, path);
@@ -170,8 +170,8 @@ TEST_F(OpenFileTest, LoadThatNeverEndsKeepsTheHourglassButExitStillWorks)
         EXPECT_EQ(CurrentMousePointer(), MousePointer::Hourglass);
         EXPECT_FALSE(Find<QPushButton>(screen, "CmdPlot")->isEnabled());
         EXPECT_EQ(d.NumLines, 0);
-        Find<QPushButton>(titles, "CmdOK")->click();
-        Find<QPushButton>(titles, "CmdCancel")->click();
+        Press(titles, "CmdOK");
+        Press(titles, "CmdCancel");
         EXPECT_FALSE(screens().IsLoaded(ScreenId::Frm_CPTData));
         EXPECT_TRUE(screens().IsLoaded(ScreenId::Frm_Titles));
         EXPECT_TRUE(watcher.Messages().empty());
@@ -182,6 +182,19 @@ TEST_F(OpenFileTest, LoadThatNeverEndsKeepsTheHourglassButExitStillWorks)
         EXPECT_TRUE(screens().HasEnded());
         EXPECT_FALSE(screens().IsLoaded(ScreenId::Frm_OpenFile));
         EXPECT_FALSE(screens().IsLoaded(ScreenId::Frm_ViewFile));
+    }
+}
+
+// A press that opens a modal window is answered before the window opens: a screen
+// reader waits for that answer. The window opens at the next turn of the event loop.
+TEST_F(OpenFileTest, AboutAndHelpOpenOnceThePressIsAnswered)
+{
+    for (auto [button, id] : {std::pair{"About", ScreenId::Frm_About}, {"Help", ScreenId::Frm_HelpInfo}}) {
+        test::WhenShown answer(id, [](QWidget* window) { Press(window, "CmdOK"); });
+        Find<QToolButton>(Open(), button)->click();
+        EXPECT_FALSE(answer.Done()) << button << ": the press waited for its window";
+        QCoreApplication::sendPostedEvents();
+        EXPECT_TRUE(answer.Done()) << button;
     }
 }
 
@@ -196,7 +209,7 @@ TEST_F(OpenFileTest, CloseBoxKeepsTheChosenAction)
         {
             ModalWatcher watcher;
             watcher.CancelFileDialog();
-            Find<QPushButton>(screen, "CmdViewFile")->click();
+            Press(screen, "CmdViewFile");
         }
         closeBox ? static_cast<void>(screen->close()) : screens().Close(ScreenId::Frm_OpenFile);
         Settle();

@@ -54,8 +54,9 @@ TEST_F(TitlesScreen, KeysOfTheBoxes)
     // OK has the focus but was not pressed: nothing converted or shown.
     EXPECT_FALSE(Loaded(ScreenId::Frm_CPTData));
     EXPECT_EQ(TheRecord().DataUnits, DataSI);
-    // A second Enter, now on OK, presses it.
+    // A second Enter, now on OK, presses it; OK runs once the press is answered.
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(Loaded(ScreenId::Frm_CPTData));
     EXPECT_EQ(TheRecord().DataUnits, DataEnglish);
 }

@@ -26,7 +26,7 @@ protected:
     {
         screens().Show(ScreenId::Frm_OpenFile);
         watcher.ChooseFile(path);
-        Find<QPushButton>(screens().Get(ScreenId::Frm_OpenFile), "CmdViewFile")->click();
+        Press(screens().Get(ScreenId::Frm_OpenFile), "CmdViewFile");
         return screens().IsLoaded(ScreenId::Frm_ViewFile) ? screens().GetAs<Frm_ViewFile>(ScreenId::Frm_ViewFile)
                                                           : nullptr;
     }

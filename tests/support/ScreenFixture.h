@@ -79,7 +79,13 @@ protected:
     static Screens& screens() { return Screens::Instance(); }
     static bool Loaded(ScreenId id) { return Screens::Instance().IsLoaded(id); }
 
-    static void Press(QWidget* screen, const char* button) { QTest::mouseClick(Find<QPushButton>(screen, button), Qt::LeftButton); }
+    // A click, then the turn of the event loop that runs a command queued after the
+    // press (one that opens a modal window).
+    static void Press(QWidget* screen, const char* button)
+    {
+        QTest::mouseClick(Find<QPushButton>(screen, button), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents();
+    }
 
     // A screen shown and active, so that keys reach it.
     template <class Screen> static Screen* ShowActive(ScreenId id)

@@ -32,6 +32,27 @@ TEST(ChartSurface, BeginDataDiscardsPointsButKeepsSettings)
     EXPECT_EQ(chart.AxisOf(ValueAxis).max, 100.0);
 }
 
+// The drawing reads each setting by name: a name reading the wrong code would draw
+// markers as wide as lines, a plot shifted, or the printed legend on the wrong side.
+TEST(ChartSurface, NamedSettingsReadTheCodesTheScreensSet)
+{
+    ChartSurface chart;
+    chart.SetPlotSettingA(50);
+    chart.SetPlotSettingB(20);
+    chart.SetPlotSettingC(5);
+    chart.SetPlotSettingD(2);
+    EXPECT_EQ((std::vector<int>{chart.LeftMargin(), chart.RightMargin(), chart.MarkerSize(), chart.LineWidth()}),
+              (std::vector<int>{50, 20, 5, 2}));
+    EXPECT_FALSE(chart.PrintedLegendBelow());
+    chart.SetPrintOptionB(256);
+    EXPECT_TRUE(chart.PrintedLegendBelow());
+    chart.SetSeriesStyle(1, 1);
+    chart.BeginData(Values, 2, 1);
+    EXPECT_FALSE(chart.Stacked()) << "only the first series' style stacks the block";
+    chart.SetSeriesStyle(0, 1);
+    EXPECT_TRUE(chart.Stacked());
+}
+
 // The screens' traps end a plot at the first write outside the block it opened.
 TEST(ChartSurface, PointsOutsideTheOpenBlockRaiseSubscriptOutOfRange)
 {
