@@ -15,6 +15,8 @@ added in column 4 and, in a second copy, column 5 (written into DIR), read with
 --data-units si --u2-column 4|5; with SI data the rows' depth, qc, fs and u2 must be
 the file's text in single precision. --skip-refused: a file the import refuses (exit 3)
 is skipped rather than failed; at least one file must be checked.
+--ags: the SCPT rows `ags --readings` writes with the same options must read back to
+the sbt values at the decimals of their headings (qn and u0 in MPa there).
 Exit status 0 when every input agrees, 1 otherwise.
 """
 
@@ -28,6 +30,7 @@ import shlex
 import struct
 import subprocess
 import sys
+import tempfile
 from fractions import Fraction
 
 PA = 100.0
@@ -251,6 +254,70 @@ def check_si_inputs(cli, args, path, column):
     return True
 
 
+# The SCPT headings of `ags --readings` and the sbt column each holds, with its scale.
+AGS_COLUMNS = {"SCPT_DPTH": ("depth", 1), "SCPT_RES": ("qc", 1), "SCPT_FRES": ("fs", 1), "SCPT_PWP2": ("u2", 1),
+               "SCPT_FRR": ("rf", 1), "SCPT_QT": ("qt", 1), "SCPT_CPO": ("sigma_v0", 1),
+               "SCPT_CPOD": ("sigma_v0_eff", 1), "SCPT_QNET": ("qn", 1e-3), "SCPT_BQ": ("bq", 1),
+               "SCPT_ISPP": ("u0", 1e-3), "SCPT_NQT": ("qt1", 1), "SCPT_NFR": ("fr", 1), "SCPT_QTN": ("qtn", 1),
+               "SCPT_NEXP": ("n", 1), "SCPT_CIC": ("ic", 1), "SCPT_SBTN": ("zone", 1)}
+
+
+def scpt_rows(path):
+    """The SCPT rows of an AGS4 file, by LOCA_ID in the order they come, with the decimals of each heading."""
+    headings, decimals, rows = [], {}, {}
+    group = None
+    with open(path, newline="") as f:
+        for fields in csv.reader(f):
+            if not fields:
+                continue
+            if fields[0] == "GROUP":
+                group = fields[1]
+            elif group == "SCPT" and fields[0] == "HEADING":
+                headings = fields
+            elif group == "SCPT" and fields[0] == "TYPE":
+                decimals = {h: int(t[:-2]) for h, t in zip(headings, fields) if t.endswith("DP")}
+            elif group == "SCPT" and fields[0] == "DATA":
+                row = dict(zip(headings, fields))
+                rows.setdefault(row["LOCA_ID"], []).append(row)
+    return list(rows.values()), decimals
+
+
+def check_ags(cli, args):
+    """`ags --readings` writes every reading's values as sbt gives them, at the dictionary's decimals."""
+    target = os.path.join(tempfile.mkdtemp(), "readings.ags")
+    p = subprocess.run([cli, "ags", "--readings", "-o", target] + args, capture_output=True, text=True)
+    if p.returncode != 0:
+        print(f"ags --readings {' '.join(args)}: exit {p.returncode}: {p.stderr.strip().splitlines()[-1:]}")
+        return p.returncode == 3 and SKIP_REFUSED
+    table = list(csv.DictReader(io.StringIO(run(cli, args))))
+    metas = json.loads(run(cli, args + ["--format", "json"]))
+    metas = [metas] if isinstance(metas, dict) else metas
+    locations, decimals = scpt_rows(target)
+    faults = []
+    if len(locations) != len(metas):
+        faults.append(f"{len(locations)} locations with SCPT rows for {len(metas)} soundings")
+    for meta, written in zip(metas, locations):
+        rows = [r for r in table if r.get("file", meta["file"]) == meta["file"]]
+        if len(rows) != len(written):
+            faults.append(f"{meta['file']}: {len(written)} SCPT rows for {len(rows)} readings")
+        for i, (mine, theirs) in enumerate(zip(rows, written)):
+            for heading, (key, scale) in AGS_COLUMNS.items():
+                text, value = theirs.get(heading, ""), mine[key]
+                if value == "" or text == "":
+                    if value != text:
+                        faults.append(f"{meta['file']} reading {i + 1} {heading}: {text!r}, sbt {value!r}")
+                    continue
+                half = 0.5 * 10.0 ** -decimals[heading]
+                if abs(float(text) - float(value) * scale) > half * (1 + 1e-9) + 1e-12:
+                    faults.append(f"{meta['file']} reading {i + 1} {heading}: {text}, sbt {value}")
+    print(f"ags --readings {' '.join(args)}: {sum(len(w) for w in locations)} SCPT rows: "
+          + ("agree" if not faults else f"{len(faults)} differences"))
+    for f in faults[:10]:
+        print("  " + f)
+    CHECKED[0] += 1
+    return not faults
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--cli", required=True)
@@ -258,6 +325,8 @@ def main():
     parser.add_argument("--sbt-options", default="", help="options for every sbt call, as one string")
     parser.add_argument("--skip-refused", action="store_true",
                         help="a file the import refuses (exit 3) is skipped, not a failure")
+    parser.add_argument("--ags", action="store_true",
+                        help="also check the SCPT rows `ags --readings` writes against the sbt values")
     parser.add_argument("files", nargs="+")
     options = parser.parse_args()
     global SKIP_REFUSED
@@ -266,6 +335,8 @@ def main():
     ok = True
     for path in options.files:
         ok = check(options.cli, extra + [path]) and ok
+        if options.ags:
+            ok = check_ags(options.cli, extra + [path]) and ok
         if options.plain_u2 and path.endswith(".txt"):
             os.makedirs(options.plain_u2, exist_ok=True)
             for column in (4, 5):

@@ -15,7 +15,6 @@
 #include "core/ProgramRoad.h"
 #include "formats/ConeDataFileWriter.h"
 #include "formats/FileImport.h"
-#include "sbtn/SbtnInputs.h"
 
 namespace pemlo::formats {
 namespace {
@@ -93,42 +92,6 @@ TEST(RealSoundings, ImportToTheReadingsTheirSourcesState)
         const int n = plain->NumLines;
         EXPECT_TRUE(SameBits(plain->Depth.data(), s.depth.data(), n) && SameBits(plain->Q_Tip.data(), s.qc.data(), n) &&
                     SameBits(plain->Q_Sleeve.data(), s.fs.data(), n));
-    }
-}
-
-// What the normalised soil behaviour type takes beyond depth, qc and fs, with one
-// reading's u2 and area ratio checked by hand against the file's own rows.
-TEST(RealSoundings, GiveU2AreaRatioAndGroundwaterWhereTheyStateThem)
-{
-    if (FormatsDir.empty()) GTEST_SKIP() << "no formats directory";
-    const struct {
-        const char* path;
-        int withoutU2;  // -1: no u2 column
-        std::optional<double> groundwater;
-        float depth;  // the reading checked by hand: its area ratio and u2 (MPa)
-        std::optional<double> areaRatio;
-        std::optional<float> u2;
-    } cases[] = {
-        {"gef/mos_inclination.gef", 0, std::nullopt, 10.01f, 0.8, 0.050f},
-        {"gef/bam_predrilled.gef", -1, 0.0, 6.02f, std::nullopt, std::nullopt},
-        {"gef/bro_CPT000000003688.gef", -1, std::nullopt, 0.12f, 0.59, std::nullopt},
-        {"bro-xml/CPT000000003688.xml", -1, std::nullopt, 0.12f, 0.59, std::nullopt},  // u2 marked "nee"
-        {"bro-xml/CPT000000155283.xml", 0, std::nullopt, 3.0f, 0.75, 0.051f},
-        // Pushes CPT01 to CPT13 with a = 0.75 and u2 in kN/m2, CPT14 to CPT18 with 0.50 and no u2.
-        {"ags/borssele_WFS1-2A.ags", 100, std::nullopt, 10.5f, 0.75, static_cast<float>(102.9 / 1000)},
-        {"ags/borssele_WFS1-2A.ags", 100, std::nullopt, 61.1f, 0.5, std::nullopt},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.path);
-        RoadOptions options;
-        options.imported = std::make_shared<const ImportedSounding>(ImportOne({c.path, 0, 0, 0, 0, false, false, nullptr, Length}));
-        const sbtn::SbtnReadings r = sbtn::GatherSbtnReadings(options, 0).readings;
-        EXPECT_EQ(r.u2Source.empty() ? -1 : r.withoutU2, c.withoutU2);
-        EXPECT_EQ(r.groundwater, c.groundwater);
-        const auto at = static_cast<std::size_t>(std::find(r.depth.begin(), r.depth.end(), c.depth) - r.depth.begin());
-        ASSERT_LT(at, r.depth.size());
-        EXPECT_EQ(r.areaRatio[at], c.areaRatio);
-        EXPECT_EQ(r.u2[at], c.u2 ? std::optional<double>(*c.u2) : std::nullopt);
     }
 }
 
