@@ -1,28 +1,26 @@
 #include "cli/LogCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <unistd.h>
-
-#include <QtGlobal>
 
 #include <QGuiApplication>
 #include <QHashSeed>
+#include <QtGlobal>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <memory>
+#include <ostream>
 
 #include "cli/LayersCommand.h"
 #include "cli/OutputFiles.h"
 #include "cli/OutputPath.h"
 #include "cli/ProgressLine.h"
-#include "cli/SbtCommand.h"
 #include "cli/StandardStreams.h"
+#include "cli/YardstickOptions.h"
 #include "formats/ImportRecord.h"
 #include "log/LogDocument.h"
 #include "log/PdfStamp.h"
 #include "profile/SoilLayers.h"
-#include "sbtn/SbtnInputs.h"
 
 namespace pemlo::cli {
 
@@ -31,7 +29,10 @@ namespace {
 namespace fs = std::filesystem;
 
 struct LogState {
-    SbtState sbt;  // the inputs, the road and sbt options; sbt.outDir is --out-dir
+    RoadCommandOptions options;
+    std::vector<std::string> files;
+    YardstickOptions sbt;  // the options of sbt
+    std::string outDir;
     std::string pdf;
     std::string minThickness;
     std::string paper = "letter";
@@ -55,7 +56,7 @@ std::string AreaRatioText(const sbtn::SbtnResult& r, const std::string& where)
     return Sourced(low == high ? Text(low) : Text(low) + " to " + Text(high), r.areaRatioSource, where);
 }
 
-std::vector<log::TitleField> TitleFields(const LogState& state, const Input& input, const sbtn::GatherResult& g,
+std::vector<log::TitleField> TitleFields(const LogState& state, const Input& input, const sbtn::SbtnReadings& g,
                                          const sbtn::SbtnResult& r, double minThickness, const char* thicknessUnit)
 {
     const formats::ProjectInfo project = ProjectOf(input, state.project);
@@ -74,8 +75,8 @@ std::vector<log::TitleField> TitleFields(const LogState& state, const Input& inp
         {"Sounding", id},
         {"Coordinates", coordinates.empty() ? "not stated" : coordinates},
         {"Surface level", level.empty() ? "not stated" : level},
-        {"Groundwater", Sourced(Text(r.groundwater) + " m", r.groundwaterSource, g.readings.groundwaterSource)},
-        {"Area ratio", AreaRatioText(r, g.readings.areaRatioSource)},
+        {"Groundwater", Sourced(Text(r.groundwater) + " m", r.groundwaterSource, g.groundwaterSource)},
+        {"Area ratio", AreaRatioText(r, g.areaRatioSource)},
         {"Unit weight", r.unitWeight ? Text(*r.unitWeight) + " kN/m3 (option)"
                                      : std::string("from qt and Rf (Robertson & Cabal 2010)")},
         {"Min. layer thickness", Text(minThickness) + " " + thicknessUnit},
@@ -88,32 +89,31 @@ std::vector<log::TitleField> TitleFields(const LogState& state, const Input& inp
 // intervals and the layers, under the same options.
 FileOutcome GatherLog(const LogState& state, const Input& input, std::shared_ptr<log::LogSounding>& out)
 {
-    const RoadCommandOptions& options = state.sbt.options;
+    const RoadCommandOptions& options = state.options;
     if (!input.refusal.empty()) return Failed(ExitReadFailed, input.refusal);
     if (auto refused = StrictRefusal(options, input)) return *refused;
-    const RoadOptions road = ToRoadOptions(options, input);
-    sbtn::GatherResult gathered = sbtn::GatherSbtnReadings(road, state.sbt.u2Column);
-    if (gathered.road.status != RoadStatus::Done)
-        return Failed(ExitCodeOf(gathered.road.status),
-                      gathered.refusal.empty() ? gathered.road.errorMessage : gathered.refusal);
-    if (!gathered.refusal.empty()) return Failed(ExitReadFailed, gathered.refusal);
     auto s = std::make_shared<log::LogSounding>();
-    s->sbt = sbtn::ComputeSbtn(gathered.readings, state.sbt.sbtn);
-    if (!s->sbt.refusal.empty()) return Failed(ExitReadFailed, s->sbt.refusal);
-
-    FileOutcome outcome = RunInput(options, input, true, true, [&](std::shared_ptr<const Declarations> d,
-                                                                  const RunFacts&) -> WriteOutput {
-        const double metres = d->GraphUnits == GraphSI ? 1.0 : 0.3048;
-        const auto intervals = profile::IntervalsOf(*d);
-        const double t = d->IntervalSize;
-        for (const profile::IntervalResult& i : intervals)
-            s->intervals.push_back({(i.depth - t / 2) * metres, (i.depth + t / 2) * metres, i.sand, i.silt, i.clay});
-        const double minThickness = MinThicknessOf(state.minThickness, d->GraphUnits);
-        s->layers = log::LogLayers(profile::GroupIntoLayers(intervals, d->IntervalSize, minThickness), metres, s->sbt);
-        s->fields = TitleFields(state, input, gathered, s->sbt, minThickness, d->GraphUnits == GraphSI ? "m" : "ft");
-        return {};
-    });
+    std::shared_ptr<const Declarations> record;
+    FileOutcome outcome = RunInput(options, input, true, true,
+                                   [&](std::shared_ptr<const Declarations> d, const RunFacts&) -> WriteOutput {
+                                       record = std::move(d);
+                                       return {};
+                                   });
     if (outcome.exitCode != ExitOk) return outcome;
+    const Yardstick y = YardstickOf(state.sbt, options, input);
+    if (!y.result) return Failed(ExitReadFailed, "the soil behaviour type cannot be worked out", outcome.notes + y.notes);
+    outcome.notes += y.notes;
+    s->sbt = *y.result;
+
+    const Declarations& d = *record;
+    const double metres = d.GraphUnits == GraphSI ? 1.0 : 0.3048;
+    const auto intervals = profile::IntervalsOf(d);
+    const double t = d.IntervalSize;
+    for (const profile::IntervalResult& i : intervals)
+        s->intervals.push_back({(i.depth - t / 2) * metres, (i.depth + t / 2) * metres, i.sand, i.silt, i.clay});
+    const double minThickness = MinThicknessOf(state.minThickness, d.GraphUnits);
+    s->layers = log::LogLayers(profile::GroupIntoLayers(intervals, d.IntervalSize, minThickness), metres, s->sbt);
+    s->fields = TitleFields(state, input, *y.readings, s->sbt, minThickness, d.GraphUnits == GraphSI ? "m" : "ft");
     s->name = input.name;
     s->heading = input.sounding ? input.sounding->id : fs::path(input.path).stem().string();
     for (const sbtn::SbtnRow& r : s->sbt.rows) s->hasU2 = s->hasU2 || r.u2.has_value();
@@ -161,13 +161,13 @@ std::unique_ptr<QGuiApplication> EnsureApplication()
 
 int RunLog(const LogState& state, const log::LogOptions& options)
 {
-    const std::vector<Input> inputs = ExpandInputs(state.sbt.files, state.sbt.options.depth);
+    const std::vector<Input> inputs = ExpandInputs(state.files, state.options.depth);
     std::vector<std::string> paths;
     for (const Input& input : inputs) paths.push_back(input.path);
-    const bool intoDir = !state.sbt.outDir.empty();
+    const bool intoDir = !state.outDir.empty();
     if (!intoDir) CheckOutputPath("--pdf", state.pdf, paths);
-    const auto targets = intoDir ? ResultPaths(inputs, state.sbt.outDir, "pdf") : std::vector<fs::path>{};
-    if (intoDir && !CreateOutputDirectory(state.sbt.outDir)) return ExitWriteFailed;
+    const auto targets = intoDir ? ResultPaths(inputs, state.outDir, "pdf") : std::vector<fs::path>{};
+    if (intoDir && !CreateOutputDirectory(state.outDir)) return ExitWriteFailed;
     const QuietQt quiet;
     const auto application = EnsureApplication();
 
@@ -199,7 +199,7 @@ int RunLog(const LogState& state, const log::LogOptions& options)
     progress.Clear();
     if (intoDir) {
         WriteOut(std::to_string(written) + " of " + std::to_string(inputs.size()) + " files written to " +
-                 state.sbt.outDir + "\n");
+                 state.outDir + "\n");
         return exitCode;
     }
     std::vector<const log::LogSounding*> drawn;
@@ -227,14 +227,14 @@ void AddLogCommand(CLI::App& app)
         "log", "Draw the CPT log of one or more soundings as PDF pages: qc, qt, fs, Rf, u2, Ic, the soil "
                "behaviour type zones (Robertson 2009), percent sand, silt and clay and the layers on one depth "
                "axis, under a title block, then the soil behaviour type chart");
-    AddInputFilesOption(*command, state->sbt.files);
-    AddRoadOptions(*command, state->sbt.options);
-    AddSbtOptions(*command, state->sbt);
+    AddInputFilesOption(*command, state->files);
+    AddRoadOptions(*command, state->options);
+    AddYardstickOptions(*command, state->sbt, state->options, true);
     AddMinThicknessOption(*command, state->minThickness);
     auto* pdf = command->add_option("--pdf", state->pdf, "Write the logs of all inputs into this PDF file, each "
                                                          "starting on a new page")
                     ->type_name("OUT.pdf");
-    auto* outDir = command->add_option("--out-dir", state->sbt.outDir,
+    auto* outDir = command->add_option("--out-dir", state->outDir,
                                        "Write one PDF per input into this directory, named as classify names its "
                                        "result files, and print a summary")
                        ->type_name("DIR");
@@ -248,9 +248,9 @@ void AddLogCommand(CLI::App& app)
         ->type_name("N");
     AddProjectOptions(*command, state->project, false);
     command->callback([state] {
-        if (state->pdf.empty() && state->sbt.outDir.empty())
+        if (state->pdf.empty() && state->outDir.empty())
             throw CLI::RequiredError("--pdf or --out-dir");
-        CheckSbtCall(state->sbt);
+        CheckYardstickCall(state->sbt, state->options);
         std::string error;
         log::LogOptions options;
         options.creation = log::SourceDateEpoch(std::getenv("SOURCE_DATE_EPOCH"), error);

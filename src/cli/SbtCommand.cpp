@@ -15,6 +15,15 @@ namespace pemlo::cli {
 
 namespace {
 
+struct SbtState {
+    RoadCommandOptions options;
+    std::vector<std::string> files;
+    std::string outDir;
+    sbtn::SbtnOptions sbtn;
+    std::string unitWeight = "auto";
+    int u2Column = 0;
+};
+
 // What a plain file's road that failed says, in the words classify uses: the road is
 // run again up to the cleaning to describe it.
 std::string RoadFailure(const RoadOptions& options, const sbtn::GatherResult& gathered)
@@ -88,9 +97,9 @@ std::optional<double> ParseUnitWeight(const std::string& text)
     return value;
 }
 
-}  // namespace
-
-void CheckSbtCall(SbtState& state)
+// The options as one whole: a value that cannot be used, or --u2-column with
+// millivolt readings (no factor is known for u2), is a wrong call.
+void CheckCall(SbtState& state)
 {
     state.sbtn.unitWeight = ParseUnitWeight(state.unitWeight);
     if (const std::string why = sbtn::CheckOptions(state.sbtn); !why.empty())
@@ -121,6 +130,8 @@ void AddSbtOptions(CLI::App& command, SbtState& state)
             ->type_name("4|5"));
 }
 
+}  // namespace
+
 void AddSbtCommand(CLI::App& app)
 {
     auto state = std::make_shared<SbtState>();
@@ -135,7 +146,7 @@ void AddSbtCommand(CLI::App& app)
                         "Write one result file per input into this directory and print a summary")
         ->type_name("DIR");
     command->callback([state] {
-        CheckSbtCall(*state);
+        CheckCall(*state);
         const SbtState& s = *state;
         const BatchJob job{ExpandInputs(s.files, s.options.depth), s.outDir, s.options.format, "readings",
                            SbtCsvHeader(true), [&s](const Input& input, CsvLayout layout, bool recordInNotes) {
