@@ -103,7 +103,7 @@ commands=$("$cli" --help | awk '/^Subcommands:/ {on = 1; next} on && !NF {exit} 
 [ -n "$commands" ] || fail "pemlo-cli --help lists no command"
 for command in $commands; do
   grep -q "^\.B pemlo-cli $command\$" "$scratch/pemlo-cli.roff" || fail "the manual's synopsis lacks $command"
-  for option in $("$cli" "$command" --help | grep -oE '(^| |,)--?[a-z][a-z0-9-]*' | grep -oE -- '--?[a-z][a-z0-9-]*' | sort -u); do
+  for option in $("$cli" "$command" --help | grep -oE '(^| |,)--?[a-z][a-z0-9-]*' | grep -oE -- '--?[a-z0-9-]+' | sort -u); do
     grep -qE -- "(^|[ ,])$option( |$)" "$scratch/pemlo-cli.roff" || fail "the manual does not explain $command $option"
   done
 done

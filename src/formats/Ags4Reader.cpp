@@ -229,7 +229,7 @@ void Ags4File::ScptRow(const std::vector<std::string>& row, long long line)
         const auto [push, added] = loc.pushIndex.try_emplace(std::string(testNumber), static_cast<int>(loc.pushes.size()));
         if (added && loc.pushes.size() >= MaxSoundings)
             Refuse(At(line) + ": more than " + std::to_string(MaxSoundings) + " pushes of one location");
-        if (added) loc.pushes.push_back({push->first, 0, 0.0f, 0.0f, {}, {}});
+        if (added) loc.pushes.push_back({push->first, 0, 0.0f, 0.0f, {}});
         loc.lastPush = push->second;
     }
     RowValues values;
@@ -263,10 +263,10 @@ std::vector<ImportedSounding> Ags4File::Soundings(const std::string& encoding)
         s.record.encoding = encoding;
         s.project = {projectId_, projectName_, startDate_[id], id, {}, {}};
         s.site = sites_[id];
-        s.u2Unread = u2Unread_;
         // Each push keeps its own cone; the project's cone number names every distinct
         // one once, found in a set (not by searching the joined text, which grows with
         // every push).
+        s.u2Unread = u2Unread_;
         std::set<std::string_view> named;
         for (Push& p : s.pushes) {
             const auto info = pushInfo_.find({id, p.testNumber});

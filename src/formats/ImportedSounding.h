@@ -61,8 +61,8 @@ struct Push {
     int readings = 0;
     float top = 0.0f;
     float bottom = 0.0f;
-    std::optional<double> areaRatio = std::nullopt;  // SCPG_CAR, the cone's net area ratio in this push
     std::string reference;   // SCPG_REF; empty where the file gives none
+    std::optional<double> areaRatio = std::nullopt;  // SCPG_CAR, the cone's net area ratio in this push
 };
 
 // Where the sounding stands, as the file states it: plan coordinates in its

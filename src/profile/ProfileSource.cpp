@@ -19,7 +19,7 @@ std::string StemOf(const std::string& path)
 ProfileSource SourceOfDataFile(const std::string& path, double firstDepth, double lastDepth)
 {
     const std::string name = StemOf(path);
-    return {path, name, {{name, firstDepth, lastDepth, {}, {}}}, {}};
+    return {path, name, {{name, firstDepth, lastDepth, {}}}, {}};
 }
 
 ProfileSource SourceOfSounding(const std::string& name, const std::string& path,
@@ -28,9 +28,9 @@ ProfileSource SourceOfSounding(const std::string& name, const std::string& path,
     ProfileSource source{name, {}, {}, sounding.project};
     source.locaId = !sounding.locaId.empty() ? sounding.locaId : !sounding.id.empty() ? sounding.id : StemOf(path);
     for (const formats::Push& push : sounding.pushes)
-        source.pushes.push_back({push.testNumber, push.top, push.bottom, {}, push.reference});
+        source.pushes.push_back({push.testNumber, push.top, push.bottom, push.reference});
     if (source.pushes.empty() && !sounding.depth.empty())
-        source.pushes.push_back({source.locaId, sounding.depth.front(), sounding.depth.back(), {}, {}});
+        source.pushes.push_back({source.locaId, sounding.depth.front(), sounding.depth.back(), {}});
     return source;
 }
 

@@ -17,8 +17,8 @@ struct PushRange {
     std::string id;
     double top = 0.0;
     double base = 0.0;
-    std::optional<double> areaRatio = std::nullopt;  // the one the normalised soil behaviour type used
     std::string reference;  // the cone it was made with; empty: the project's cone number
+    std::optional<double> areaRatio = std::nullopt;  // the one the normalised soil behaviour type used
 };
 
 struct ProfileSource {

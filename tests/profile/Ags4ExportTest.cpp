@@ -18,7 +18,7 @@ namespace {
 
 TEST(Ags4Export, PutsEachLayerInThePushHoldingItsTop)
 {
-    const std::vector<PushRange> pushes{{"A", 10, 20, {}, {}}, {"B", 22, 30, {}, {}}, {"C", 30, 40, {}, {}}};
+    const std::vector<PushRange> pushes{{"A", 10, 20, {}}, {"B", 22, 30, {}}, {"C", 30, 40, {}}};
     const struct {
         double top;
         const char* push;
@@ -32,7 +32,7 @@ TEST(Ags4Export, PutsEachLayerInThePushHoldingItsTop)
         {45, "C", "finds no push for a top below the last push"},
     };
     for (const auto& c : cases) EXPECT_EQ(pushes[PushOfTop(pushes, c.top)].id, c.push) << c.fault;
-    const std::vector<PushRange> unsorted{{"B", 22, 30, {}, {}}, {"A", 10, 20, {}, {}}};
+    const std::vector<PushRange> unsorted{{"B", 22, 30, {}}, {"A", 10, 20, {}}};
     EXPECT_EQ(unsorted[PushOfTop(unsorted, 5)].id, "A") << "takes the first listed push, not the shallowest";
 }
 
@@ -43,7 +43,7 @@ TEST(Ags4Export, NamesEachSoundingAfterWhereItComesFrom)
     formats::ImportedSounding ags;
     ags.locaId = "BH-1";
     ags.id = "BH-1";
-    ags.pushes = {{"CPT01", 10, 10.06f, 12.0f, {}, {}}, {"CPT02", 10, 12.5f, 14.0f, {}, {}}};
+    ags.pushes = {{"CPT01", 10, 10.06f, 12.0f, {}}, {"CPT02", 10, 12.5f, 14.0f, {}}};
     formats::ImportedSounding gef;
     gef.id = "CPT000000003688";
     gef.depth = {0.12f, 24.46f};
