@@ -3,7 +3,9 @@
 // reader and the same output (pemlo-oracle-classify), on the worst case (4000 readings
 // down to 3276 m, 32,761 intervals) and on a real sounding of 1,218 readings; and on
 // that sounding against `wc -l`, the cost of starting a process and reading the file;
-// and `pemlo-cli sbt` against `pemlo-cli classify` on the largest import there is.
+// and `pemlo-cli sbt` against `pemlo-cli classify` on the largest import there is; and
+// `pemlo-cli log` (its pages and the chart) against `pemlo-cli report` (one results page)
+// on the real sounding, both drawing a PDF through Qt.
 // The two commands of a pair run in turn, A B A B ..., and the figures are medians of
 // wall-clock time with standard output thrown away.
 //   bench_processes [runs]
@@ -140,8 +142,16 @@ int main(int argc, char** argv)
     Compare({"pemlo-cli sbt, 32,766-reading GEF import, against classify", {cli, "sbt", largest},
              {cli, "classify", largest}, 1.5},
             runs);
+    const std::string logPdf = (fs::temp_directory_path() / ("pemlo-log-" + std::to_string(getpid()) + ".pdf")).string();
+    const std::string reportPdf =
+        (fs::temp_directory_path() / ("pemlo-report-" + std::to_string(getpid()) + ".pdf")).string();
+    Compare({"pemlo-cli log, b003688, against report on it", {cli, "log", real, "--data-units", "si", "--pdf", logPdf},
+             {cli, "report", real, "--data-units", "si", "--pdf", reportPdf}, 2.0},
+            runs);
     std::error_code ec;
     fs::remove(worst, ec);
     fs::remove(largest, ec);
+    fs::remove(logPdf, ec);
+    fs::remove(reportPdf, ec);
     return 0;
 }

@@ -26,6 +26,13 @@ std::string Project(const formats::ProjectInfo& p)
            ", \"gwt\": " + JsonString(p.gwt) + ", \"coneNo\": " + JsonString(p.coneNo) + "}";
 }
 
+std::string Site(const formats::SiteLocation& site)
+{
+    return "{\"x\": " + Optional(site.x) + ", \"y\": " + Optional(site.y) + ", \"system\": " +
+           JsonString(site.system) + ", \"level\": " + Optional(site.level) + ", \"datum\": " +
+           JsonString(site.datum) + "}";
+}
+
 std::string Import(const formats::ImportedSounding& s)
 {
     const formats::ImportRecord& r = s.record;
@@ -52,7 +59,8 @@ std::string Import(const formats::ImportedSounding& s)
            ", \"readingsKept\": " + std::to_string(r.kept) + ",\n";
     if (s.format == formats::FileFormat::Ags4)
         out += "    \"locaId\": " + JsonString(s.locaId) + ", \"pushes\": " + List(s.pushes, push) + ",\n";
-    out += "    \"project\": " + Project(s.project) + "\n  }";
+    out += "    \"project\": " + Project(s.project) + ",\n";
+    out += "    \"site\": " + Site(s.site) + "\n  }";
     return out;
 }
 

@@ -34,13 +34,17 @@ fs::path FindReportExecutable()
 
 }  // namespace
 
-bool AsksForReport(int argc, char** argv) { return argc > 1 && std::string_view(argv[1]) == "report"; }
+bool AsksForReport(int argc, char** argv)
+{
+    return argc > 1 && (std::string_view(argv[1]) == "report" || std::string_view(argv[1]) == "log");
+}
 
 int HandOverToReport(char** argv)
 {
     const fs::path report = FindReportExecutable();
     if (report.empty()) {
-        WriteErr("pemlo-cli: the report command needs pemlo-report, which is not installed beside pemlo-cli\n");
+        WriteErr("pemlo-cli: the " + std::string(argv[1]) +
+                 " command needs pemlo-report, which is not installed beside pemlo-cli\n");
         return ExitWriteFailed;
     }
     Out().flush();
@@ -53,6 +57,15 @@ void AddReportEntry(CLI::App& app)
 {
     app.add_subcommand("report", "Print the report page of one screen (cpt, results or uv) of a sounding into a "
                                  "PDF file, as the screen's Print command prints it (pemlo-cli report --help)")
+        ->allow_extras()
+        ->prefix_command();
+}
+
+void AddLogEntry(CLI::App& app)
+{
+    app.add_subcommand("log", "Draw the CPT log of one or more soundings as PDF pages: the measured and derived "
+                              "columns, the soils and the layers on one depth axis, and the soil behaviour type "
+                              "chart (pemlo-cli log --help)")
         ->allow_extras()
         ->prefix_command();
 }

@@ -1,10 +1,11 @@
-// pemlo-report: the report command of pemlo-cli, which hands its command line over
-// here: the one part of the command line that draws with Qt.
+// pemlo-report: the report and log commands of pemlo-cli, which hands their command
+// lines over here: the part of the command line that draws with Qt.
 #include <CLI/CLI.hpp>
 
 #include <iostream>
 
 #include "cli/CommandLine.h"
+#include "cli/LogCommand.h"
 #include "cli/ReportCommand.h"
 
 int main(int argc, char** argv)
@@ -13,5 +14,6 @@ int main(int argc, char** argv)
     CLI::App app;
     pemlo::cli::SetUpApp(app);
     pemlo::cli::AddReportCommand(app);
+    pemlo::cli::AddLogCommand(app);
     return pemlo::cli::RunApp(app, argc, argv);
 }

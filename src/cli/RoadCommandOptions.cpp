@@ -129,13 +129,13 @@ void AddFormatOption(CLI::App& command, RoadCommandOptions& options)
         ->type_name("csv|table|json");
 }
 
-void AddProjectOptions(CLI::App& command, formats::ProjectInfo& overrides)
+void AddProjectOptions(CLI::App& command, formats::ProjectInfo& overrides, bool withGwt)
 {
     command.add_option("--number", overrides.number, "Project number")->type_name("TEXT");
     command.add_option("--title", overrides.title, "Project title")->type_name("TEXT");
     command.add_option("--date", overrides.date, "Date and time of the sounding")->type_name("TEXT");
     command.add_option("--location", overrides.location, "Location or sounding number")->type_name("TEXT");
-    command.add_option("--gwt", overrides.gwt, "Ground water table")->type_name("TEXT");
+    if (withGwt) command.add_option("--gwt", overrides.gwt, "Ground water table")->type_name("TEXT");
     command.add_option("--cone-no", overrides.coneNo, "Cone number")->type_name("TEXT");
 }
 

@@ -45,8 +45,9 @@ CLI::Validator FiniteNumber();
 void AddImportOptions(CLI::App& command, RoadCommandOptions& options);
 
 // The six project fields (--number, --title, --date, --location, --gwt, --cone-no);
-// each one given overrides what the file states.
-void AddProjectOptions(CLI::App& command, formats::ProjectInfo& overrides);
+// each one given overrides what the file states. Without --gwt where the command's own
+// --gwt, a depth it computes with, takes the table's place (log).
+void AddProjectOptions(CLI::App& command, formats::ProjectInfo& overrides, bool withGwt = true);
 formats::ProjectInfo ProjectOf(const Input& input, const formats::ProjectInfo& overrides);
 
 // The FILE arguments of a command over several soundings.

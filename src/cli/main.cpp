@@ -27,7 +27,7 @@ constexpr Command Commands[] = {
     {"classify", pemlo::cli::AddClassifyCommand}, {"readings", pemlo::cli::AddReadingsCommand},
     {"convert", pemlo::cli::AddConvertCommand},   {"layers", pemlo::cli::AddLayersCommand},
     {"ags", pemlo::cli::AddAgsCommand},           {"sbt", pemlo::cli::AddSbtCommand},
-    {"report", pemlo::cli::AddReportEntry},
+    {"report", pemlo::cli::AddReportEntry},       {"log", pemlo::cli::AddLogEntry},
 };
 
 }  // namespace

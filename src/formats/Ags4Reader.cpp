@@ -71,6 +71,25 @@ struct Location {
     int lastPush = 0;
 };
 
+// LOCA_NATE and LOCA_NATN on the national grid LOCA_GREF names (the national grid
+// when it names none), LOCA_GL above the datum of LOCA_DATM (the grid's own).
+SiteLocation SiteOf(const Group& g, const std::vector<std::string>& row)
+{
+    SiteLocation site;
+    double x = 0, y = 0, level = 0;
+    if (ParseNumber(g.Value(row, "LOCA_NATE"), x) && ParseNumber(g.Value(row, "LOCA_NATN"), y)) {
+        site.x = x, site.y = y;
+        site.system = g.Value(row, "LOCA_GREF");
+        if (site.system.empty()) site.system = "national grid";
+    }
+    if (ParseNumber(g.Value(row, "LOCA_GL"), level)) {
+        site.level = level;
+        site.datum = g.Value(row, "LOCA_DATM");
+        if (site.datum.empty()) site.datum = "national datum";
+    }
+    return site;
+}
+
 class Ags4Import {
 public:
     explicit Ags4Import(DepthChoice depth) : depth_(depth) {}
@@ -86,6 +105,7 @@ private:
     Group group_;
     std::string projectId_, projectName_, version_;
     std::map<std::string, std::string> startDate_;                         // by LOCA_ID
+    std::map<std::string, SiteLocation> sites_;                            // by LOCA_ID
     std::map<std::pair<std::string, std::string>, PushInfo> pushInfo_;  // by LOCA_ID, SCPG_TESN
     long long scptLine_ = 0;
     bool scptHasRows_ = false;
@@ -132,6 +152,7 @@ void Ags4Import::Data(const std::vector<std::string>& row, long long line)
         version_ = g.Value(row, "TRAN_AGS");
     } else if (g.name == "LOCA" && startDate_.size() < MaxInfoRows) {
         startDate_.emplace(g.Value(row, "LOCA_ID"), g.Value(row, "LOCA_STAR"));
+        sites_.emplace(g.Value(row, "LOCA_ID"), SiteOf(g, row));
     } else if (g.name == "SCPG" && pushInfo_.size() < MaxInfoRows) {
         const std::string unit = g.Unit("SCPG_WAT");
         const std::string water = g.Value(row, "SCPG_WAT");
@@ -243,6 +264,7 @@ std::vector<ImportedSounding> Ags4Import::Soundings(const std::string& encoding)
         s.id = s.locaId = id;
         s.record.encoding = encoding;
         s.project = {projectId_, projectName_, startDate_[id], id, {}, {}};
+        s.site = sites_[id];
         // Each push keeps its own cone; the project's cone number names every distinct
         // one once, found in a set (not by searching the joined text, which grows with
         // every push).

@@ -68,6 +68,38 @@ std::string Where(std::string_view bytes, const pugi::xml_node& node)
     return "element " + std::string(LocalName(node)) + " (line " + std::to_string(line) + ")";
 }
 
+// "urn:ogc:def:crs:EPSG::28992" as "EPSG:28992".
+std::string SystemName(std::string_view srs)
+{
+    const std::size_t epsg = srs.find("EPSG");
+    if (epsg == std::string_view::npos) return std::string(srs);
+    const std::size_t code = srs.find_last_of(':');
+    return "EPSG:" + std::string(srs.substr(code + 1));
+}
+
+// The delivered location (in the system it was surveyed in) and the offset of the
+// surface to the vertical datum.
+SiteLocation SiteOf(const pugi::xml_node& cpt)
+{
+    SiteLocation site;
+    const pugi::xml_node location = FirstNamed(FirstNamed(cpt, "deliveredLocation"), "location");
+    const std::string pos = Text(FirstNamed(location, "pos"));
+    const std::size_t blank = pos.find_first_of(" \t\r\n");
+    double x = 0, y = 0;
+    if (blank != std::string::npos && ParseNumber(pos.substr(0, blank), x) &&
+        ParseNumber(TrimBlanks(std::string_view(pos).substr(blank)), y)) {
+        site.x = x, site.y = y;
+        site.system = SystemName(location.attribute("srsName").value());
+    }
+    const pugi::xml_node offset = FirstNamed(FirstNamed(cpt, "deliveredVerticalPosition"), "offset");
+    double level = 0;
+    if (ParseNumber(Text(offset), level)) {
+        site.level = level;
+        site.datum = Text(FirstNamed(FirstNamed(cpt, "deliveredVerticalPosition"), "verticalDatum"));
+    }
+    return site;
+}
+
 class Document {
 public:
     explicit Document(std::string_view bytes) : bytes_(bytes) {}
@@ -275,6 +307,7 @@ ImportedSounding Document::Sounding(const pugi::xml_node& cpt, DepthChoice depth
         const auto divisor = FindDivisor(pre.attribute("uom").value(), Dimension::Length);
         if (ParseNumber(Text(pre), v) && divisor) s.record.predrilled = v / *divisor;
     }
+    s.site = SiteOf(cpt);
     if (double v = 0; ParseNumber(Text(FirstNamed(cpt, "coneSurfaceQuotient")), v)) s.areaRatio = v;
     s.project.location = s.id;
     s.project.coneNo = Text(FirstNamed(cpt, "conePenetrometerType"));

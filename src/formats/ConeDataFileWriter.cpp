@@ -95,7 +95,11 @@ ConeDataFile ConeDataFileOf(const ImportedSounding& s, const ProjectInfo& projec
         Field("Project number", project.number) + "; " + Field("title", project.title),
         Field("Date", project.date) + "; " + Field("location", project.location),
         Field("Ground water table", project.gwt) + "; " + Field("cone", project.coneNo)};
-    for (const std::string& line : DescribeImport(s)) titles.push_back("Import: " + line);
+    // The header has ten lines, the count the desktop program is told to skip, and a
+    // converted file must not change when the import learns to report more: where the
+    // sounding stands is left to the source file and to the import record.
+    for (const std::string& line : DescribeImport(s))
+        if (!line.starts_with("site: ")) titles.push_back("Import: " + line);
     titles.push_back("SI Units: depth m, qc MPa, fs MPa" +
                      (from || to ? "; written " + std::to_string(depth.size()) + " readings" + range : std::string()));
     titles.push_back("One reading per line: depth,qc,fs");

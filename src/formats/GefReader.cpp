@@ -338,6 +338,47 @@ ProjectInfo Project(const std::vector<HeaderEntry>& header)
     return p;
 }
 
+// A GEF coordinate or height code in words where it is a known one; BRO exports
+// write an EPSG code in #XYID instead.
+std::string CodeName(std::string_view code, bool height)
+{
+    double n = -1;
+    if (!ParseNumber(code, n)) return std::string(code);
+    const int c = static_cast<int>(n);
+    if (c == 28992 && !height) return "EPSG:28992";
+    const char* name = nullptr;
+    if (c == 31000) name = height ? "NAP" : "RD";
+    if (c == 32000) name = height ? "Ostend level" : "Belgian Lambert 72";
+    if (c == 32001 && height) name = "TAW";
+    const std::string number = "GEF " + std::string(code);
+    return name ? number + " (" + name + ")" : number;
+}
+
+// #XYID and #ZID. "0, 0, 0" states nothing; of two #ZID lines (seabed and datum) the
+// last one that states a level relative to a datum is taken.
+SiteLocation Site(const std::vector<HeaderEntry>& header)
+{
+    SiteLocation site;
+    double x = 0, y = 0, z = 0;
+    if (const HeaderEntry* e = First(header, "XYID")) {
+        const auto f = Fields(*e);
+        if (f.size() >= 3 && ParseNumber(f[1], x) && ParseNumber(f[2], y) && !(x == 0 && y == 0)) {
+            site.x = x, site.y = y;
+            site.system = CodeName(f[0], false);
+        }
+    }
+    for (const HeaderEntry& e : header) {
+        if (e.keyword != "ZID") continue;
+        const auto f = Fields(e);
+        if (f.size() < 2 || !ParseNumber(f[1], z)) continue;
+        const bool ownReference = ParseNumber(f[0], x) && x == 0;
+        if (site.level && ownReference) continue;
+        site.level = z;
+        site.datum = CodeName(f[0], true);
+    }
+    return site;
+}
+
 // #MEASUREMENTVAR n in metres, a length without a unit taken as metres; empty
 // where it is absent, "-" or in a unit that is no length.
 std::optional<double> MeasuredLength(const std::vector<HeaderEntry>& header, int index)
@@ -393,6 +434,7 @@ ImportedSounding ReadGef(std::string_view bytes, DepthChoice depth)
     s.format = FileFormat::Gef;
     s.version = version;
     s.project = Project(header);
+    s.site = Site(header);
     s.id = s.project.location;
     s.record.encoding = decoded.encoding;
     s.record.predrilled = MeasuredLength(header, 13);

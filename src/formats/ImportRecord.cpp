@@ -49,6 +49,20 @@ std::string DescribeColumn(const ColumnUse& c)
     return text + "]";
 }
 
+std::string DescribeSite(const SiteLocation& site)
+{
+    std::string text;
+    if (site.x && site.y) {
+        text = "x " + ShortestText(*site.x) + ", y " + ShortestText(*site.y);
+        if (!site.system.empty()) text += " (" + site.system + ")";
+    }
+    if (site.level) {
+        text += (text.empty() ? "" : "; ") + std::string("surface level ") + ShortestText(*site.level) + " m";
+        if (!site.datum.empty()) text += " " + site.datum;
+    }
+    return text;
+}
+
 std::vector<std::string> DescribeImport(const ImportedSounding& s)
 {
     const ImportRecord& r = s.record;
@@ -61,7 +75,7 @@ std::vector<std::string> DescribeImport(const ImportedSounding& s)
     if (!s.pushes.empty())
         kept += "; pushes " + std::to_string(s.pushes.size()) + " (" + s.pushes.front().testNumber +
                 (s.pushes.size() > 1 ? " to " + s.pushes.back().testNumber : std::string()) + ")";
-    return {
+    std::vector<std::string> lines{
         FormatName(s.format) + (s.version.empty() ? "" : " " + s.version) + ", id " +
             (s.id.empty() ? "(none)" : s.id) + ", text " + r.encoding,
         columns,
@@ -70,6 +84,8 @@ std::vector<std::string> DescribeImport(const ImportedSounding& s)
             "; pre-drilled depth: " + (r.predrilled ? ShortestText(*r.predrilled) + " m" : "not stated"),
         kept,
     };
+    if (const std::string site = DescribeSite(s.site); !site.empty()) lines.push_back("site: " + site);
+    return lines;
 }
 
 std::string ChangesMade(const ImportRecord& r)

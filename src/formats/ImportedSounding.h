@@ -65,12 +65,23 @@ struct Push {
     std::optional<double> areaRatio = std::nullopt;  // SCPG_CAR, the cone's net area ratio in this push
 };
 
+// Where the sounding stands, as the file states it: plan coordinates in its
+// reference system and the surface level above its datum. The log's title block
+// prints them; nothing is computed from them.
+struct SiteLocation {
+    std::optional<double> x, y;   // easting and northing (or as the system orders them)
+    std::string system;           // "EPSG:28992", "GEF 31000 (RD)", "OSGB"; empty: not stated
+    std::optional<double> level;  // metres
+    std::string datum;            // "NAP", "GEF 31000 (NAP)"; empty: not stated
+};
+
 struct ImportedSounding {
     FileFormat format = FileFormat::Gef;
     std::string version;  // "1.1.0", "4.0", "1.1"
     std::string id;       // GEF #TESTID, AGS4 LOCA_ID, BRO id
     std::vector<float> depth, qc, fs;  // metres and MPa, depth in increasing order
     ProjectInfo project;
+    SiteLocation site;
     ImportRecord record;
     std::string locaId;        // AGS4 only
     std::vector<Push> pushes;  // AGS4 only, in file order

@@ -9,6 +9,7 @@
 #include "runtime/RunTimeErrorReport.h"
 #include "views/LegendPictures.h"
 #include "views/Module_ConePlots.h"
+#include "views/SoilColours.h"
 
 namespace pemlo {
 
@@ -26,12 +27,6 @@ const std::vector<ToolButtonSpec>& Buttons()
     };
     return buttons;
 }
-
-// The soil chart draws its series in the colours of the legend picture's squares:
-// sand (light yellow), silt (grey-teal), clay (brown), as 0x00BBGGRR.
-constexpr ColorRef SandColour = 0x99FFFF;
-constexpr ColorRef SiltColour = 0x808066;
-constexpr ColorRef ClayColour = 0x404080;
 
 const TwipsRect ChartRects[4] = {
     {100, 600, 3300, 8148},

@@ -1,0 +1,60 @@
+// What one sounding's log shows, gathered without Qt from the very functions behind
+// sbt, classify and layers, so that the pages carry their values: the title block's
+// fields, the readings with their normalised soil behaviour type, the classified
+// intervals and the layers, every depth in metres.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "profile/SoilLayers.h"
+#include "sbtn/Sbtn.h"
+
+namespace pemlo::log {
+
+struct TitleField {
+    std::string label;  // "Project number"
+    std::string value;  // as printed; may be empty
+};
+
+// One classified interval: its depth range and its percent sand, silt and clay.
+struct LogInterval {
+    double top = 0.0;
+    double bottom = 0.0;
+    double sand = 0.0;
+    double silt = 0.0;
+    double clay = 0.0;
+};
+
+struct LogLayer {
+    int number = 0;  // 1 from the top
+    double top = 0.0;
+    double bottom = 0.0;
+    profile::Soil soil = profile::Soil::Sand;
+    int zone = 0;  // the zone most of its valid readings fall in, as layers reports it; 0: none
+};
+
+struct LogSounding {
+    std::string name;     // the input's name
+    std::string heading;  // what the title block is headed with: the sounding's id
+    std::vector<TitleField> fields;
+    sbtn::SbtnResult sbt;
+    bool hasU2 = false;
+    std::vector<LogInterval> intervals;
+    std::vector<LogLayer> layers;
+};
+
+// The layers of a classified sounding in metres, each with its dominant zone.
+// metresPerUnit: 1 for SI graph units, 0.3048 for feet.
+std::vector<LogLayer> LogLayers(const std::vector<profile::SoilLayer>& layers, double metresPerUnit,
+                                const sbtn::SbtnResult& sbt);
+
+// The index of the layer a depth belongs to, by the rule of layers (top < z <= bottom,
+// the first layer taking its top as well); above the first the first, below the last
+// the last; -1 without layers.
+int LayerIndexAt(const std::vector<LogLayer>& layers, double depth);
+
+// The deepest depth the log must show: the deepest reading or interval bottom.
+double DeepestOf(const LogSounding& s);
+
+}  // namespace pemlo::log
