@@ -14,7 +14,7 @@
 #include <string>
 
 #include "cli/ResultFormat.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "formats/FileImport.h"
 
 namespace {

@@ -10,9 +10,9 @@
 #include <cmath>
 #include <cstdio>
 
-#include "core/AllScreens.h"
+#include "app/AllScreens.h"
 #include "core/Declarations.h"
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "formats/ConeDataFileWriter.h"
 #include "formats/ImportContract.h"
 #include "formats/ImportRecord.h"

@@ -4,10 +4,10 @@
 #include <QLocale>
 #include <clocale>
 
-#include "core/AllScreens.h"
-#include "core/Screens.h"
-#include "runtime/MessageBox.h"
-#include "runtime/RunTimeErrorReport.h"
+#include "app/AllScreens.h"
+#include "core/ui/Screens.h"
+#include "runtime/ui/MessageBox.h"
+#include "runtime/ui/RunTimeErrorReport.h"
 
 int main(int argc, char** argv)
 {

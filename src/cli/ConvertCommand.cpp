@@ -11,9 +11,9 @@
 #include "cli/RoadCommandOptions.h"
 #include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "formats/ConeDataFileWriter.h"
-#include "formats/UnitCheck.h"
+#include "road/UnitCheck.h"
 
 namespace pemlo::cli {
 

@@ -11,7 +11,7 @@
 #include "cli/BatchRunner.h"
 #include "cli/Inputs.h"
 #include "cli/ResultFormat.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 
 namespace CLI {
 class App;

@@ -12,7 +12,7 @@
 #include "cli/Inputs.h"
 #include "cli/ResultFormat.h"
 #include "cli/RoadCommandOptions.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 
 namespace pemlo::cli {
 

@@ -1,6 +1,6 @@
 #include "info/Frm_About.h"
 
-#include "runtime/MessageBox.h"
+#include "runtime/ui/MessageBox.h"
 
 namespace pemlo {
 

@@ -1,7 +1,7 @@
 #include "info/Frm_HelpInfo.h"
 
 #include "info/InfoPictures.h"
-#include "runtime/MessageBox.h"
+#include "runtime/ui/MessageBox.h"
 
 namespace pemlo {
 

@@ -4,11 +4,11 @@
 #include <QLabel>
 #include <QMouseEvent>
 
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 #include "info/ConePicture.h"
 #include "info/ProgramBanner.h"
-#include "runtime/MousePointer.h"
-#include "runtime/RunTimeErrorReport.h"
+#include "runtime/ui/MousePointer.h"
+#include "runtime/ui/RunTimeErrorReport.h"
 
 namespace pemlo {
 

@@ -5,7 +5,7 @@
 
 #include <QTimer>
 
-#include "runtime/FormScaling.h"
+#include "runtime/ui/FormScaling.h"
 
 namespace pemlo {
 

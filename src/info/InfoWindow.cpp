@@ -12,8 +12,8 @@
 #include <QVBoxLayout>
 
 #include "info/InfoPictures.h"
-#include "runtime/MessageBox.h"
-#include "runtime/RunTimeErrorReport.h"
+#include "runtime/ui/MessageBox.h"
+#include "runtime/ui/RunTimeErrorReport.h"
 
 namespace pemlo {
 

@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <span>
 
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 #include "info/RichText.h"
 
 class QHBoxLayout;

@@ -7,8 +7,8 @@
 
 #include "core/Declarations.h"
 #include "report/ReportLayout.h"
-#include "runtime/MessageBox.h"
-#include "runtime/Printer.h"
+#include "runtime/ui/MessageBox.h"
+#include "runtime/ui/Printer.h"
 #include "runtime/RunTimeError.h"
 
 namespace pemlo {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "views/ChartSurface.h"
+#include "views/chart/ChartSurface.h"
 
 namespace pemlo {
 

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "runtime/Printer.h"
+#include "runtime/ui/Printer.h"
 
 namespace pemlo {
 

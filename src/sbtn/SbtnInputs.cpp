@@ -6,7 +6,7 @@
 #include "formats/ImportRecord.h"
 #include "formats/NumberText.h"
 #include "formats/TextDecoding.h"
-#include "formats/UnitCheck.h"
+#include "road/UnitCheck.h"
 #include "input/Module_Units.h"
 #include "runtime/RunTimeError.h"
 

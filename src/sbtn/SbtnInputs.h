@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "sbtn/SbtnReadings.h"
 
 namespace pemlo::sbtn {

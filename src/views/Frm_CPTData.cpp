@@ -3,8 +3,8 @@
 #include <QLabel>
 
 #include "classify/ReadingSteps.h"
-#include "core/Screens.h"
-#include "runtime/MousePointer.h"
+#include "core/ui/Screens.h"
+#include "runtime/ui/MousePointer.h"
 #include "runtime/RunTimeError.h"
 
 namespace pemlo {

@@ -3,13 +3,13 @@
 #include <QLabel>
 
 #include "classify/ReadingSteps.h"
-#include "core/Screens.h"
-#include "runtime/MousePointer.h"
+#include "core/ui/Screens.h"
+#include "runtime/ui/MousePointer.h"
 #include "runtime/RunTimeError.h"
-#include "runtime/RunTimeErrorReport.h"
+#include "runtime/ui/RunTimeErrorReport.h"
 #include "views/LegendPictures.h"
 #include "views/Module_ConePlots.h"
-#include "views/SoilColours.h"
+#include "views/chart/SoilColours.h"
 
 namespace pemlo {
 

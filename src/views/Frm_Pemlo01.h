@@ -6,7 +6,7 @@
 
 #include <array>
 
-#include "views/ChartSurface.h"
+#include "views/chart/ChartSurface.h"
 #include "views/ResultScreen.h"
 
 namespace pemlo {

@@ -4,8 +4,8 @@
 #include <QPixmap>
 
 #include "classify/ReadingSteps.h"
-#include "core/Screens.h"
-#include "runtime/MousePointer.h"
+#include "core/ui/Screens.h"
+#include "runtime/ui/MousePointer.h"
 #include "views/IndexPlots.h"
 #include "views/LegendPictures.h"
 

@@ -3,7 +3,7 @@
 // information below. Every load recomputes the grid and the classification.
 #pragma once
 
-#include "views/ChartSurface.h"
+#include "views/chart/ChartSurface.h"
 #include "views/ResultScreen.h"
 
 namespace pemlo {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/Declarations.h"
-#include "views/ChartSurface.h"
+#include "views/chart/ChartSurface.h"
 
 namespace pemlo {
 

@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QToolBar>
 
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 
 namespace pemlo {
 

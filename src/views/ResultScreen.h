@@ -9,9 +9,9 @@
 
 #include "core/Declarations.h"
 #include "report/Module_output.h"
-#include "runtime/FormScaling.h"
-#include "runtime/Toolbar.h"
-#include "views/ChartView.h"
+#include "runtime/ui/FormScaling.h"
+#include "runtime/ui/Toolbar.h"
+#include "views/chart/ChartView.h"
 
 class QLineEdit;
 class QLabel;

@@ -12,7 +12,7 @@
 #include <sstream>
 
 #include "classify/ReadingSteps.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "formats/ConeDataFileWriter.h"
 #include "formats/FileImport.h"
 

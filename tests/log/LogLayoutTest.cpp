@@ -1,7 +1,7 @@
 // The log's pages: how many a scale takes, that each takes up the depth where the last
 // ended, the round ticks of its axes, and which layer and zone a reading belongs to.
 // That every column measures depth on its page's one axis is checked on the drawn
-// pages (tests/cli/LogCommandTest.cpp).
+// pages (tests/cli/ui/LogCommandTest.cpp).
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -10,7 +10,7 @@
 
 #include "classify/ReadingSteps.h"
 #include "core/Declarations.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "oracle/Oracle.h"
 #include "oracle/SoundingGenerator.h"
 #include "runtime/RunTimeError.h"

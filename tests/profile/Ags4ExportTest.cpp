@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "profile/Ags4Export.h"
 #include "profile/Ags4Rules.h"
 

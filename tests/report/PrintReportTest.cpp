@@ -18,7 +18,7 @@
 #include "core/Declarations.h"
 #include "report/Module_output.h"
 #include "report/ReportLayout.h"
-#include "runtime/MessageBox.h"
+#include "runtime/ui/MessageBox.h"
 #include "runtime/RunTimeError.h"
 #include "support/ModalWatcher.h"
 

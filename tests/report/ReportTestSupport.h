@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-#include "runtime/Printer.h"
-#include "views/ChartSurface.h"
+#include "runtime/ui/Printer.h"
+#include "views/chart/ChartSurface.h"
 
 namespace pemlo::test {
 

@@ -10,13 +10,13 @@
 #include <gtest/gtest.h>
 
 #include "ReportTestSupport.h"
-#include "core/AllScreens.h"
+#include "app/AllScreens.h"
 #include "core/Declarations.h"
-#include "core/ProgramRoad.h"
+#include "road/ProgramRoad.h"
 #include "report/ReportLayout.h"
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 #include "support/ModalWatcher.h"
-#include "views/ChartView.h"
+#include "views/chart/ChartView.h"
 
 namespace pemlo {
 namespace {

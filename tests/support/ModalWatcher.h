@@ -20,7 +20,7 @@
 #include <functional>
 #include <vector>
 
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 
 namespace pemlo::test {
 

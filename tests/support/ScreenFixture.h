@@ -16,11 +16,11 @@
 
 #include <gtest/gtest.h>
 
-#include "core/AllScreens.h"
+#include "app/AllScreens.h"
 #include "core/Declarations.h"
-#include "core/Screens.h"
+#include "core/ui/Screens.h"
 #include "runtime/FileChannels.h"
-#include "runtime/MousePointer.h"
+#include "runtime/ui/MousePointer.h"
 #include "runtime/RunTimeError.h"
 #include "support/ModalWatcher.h"
 

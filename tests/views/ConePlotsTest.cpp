@@ -8,7 +8,7 @@
 
 #include "IntervalRecord.h"
 #include "support/ErrorOf.h"
-#include "views/ChartSurface.h"
+#include "views/chart/ChartSurface.h"
 #include "views/IndexPlots.h"
 #include "views/Module_ConePlots.h"
 

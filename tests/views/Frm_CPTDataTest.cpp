@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "support/ScreenFixture.h"
-#include "runtime/MousePointer.h"
-#include "views/ChartRender.h"
+#include "runtime/ui/MousePointer.h"
+#include "views/chart/ChartRender.h"
 #include "views/Frm_CPTData.h"
 
 namespace pemlo {

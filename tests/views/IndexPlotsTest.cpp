@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "IntervalRecord.h"
-#include "views/ChartSurface.h"
+#include "views/chart/ChartSurface.h"
 #include "views/IndexPlots.h"
 
 namespace pemlo {

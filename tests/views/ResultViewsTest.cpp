@@ -8,7 +8,7 @@
 #include "IntervalRecord.h"
 #include "support/ScreenFixture.h"
 #include "support/ErrorOf.h"
-#include "views/ChartRender.h"
+#include "views/chart/ChartRender.h"
 #include "views/Frm_Pemlo01.h"
 #include "views/Frm_UandV.h"
 

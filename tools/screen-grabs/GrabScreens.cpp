@@ -13,10 +13,10 @@
 #include <clocale>
 #include <cstdio>
 
-#include "core/AllScreens.h"
+#include "app/AllScreens.h"
 #include "core/Declarations.h"
-#include "core/Screens.h"
-#include "input/Frm_OpenFile.h"
+#include "core/ui/Screens.h"
+#include "input/ui/Frm_OpenFile.h"
 #include "runtime/FileChannels.h"
 
 namespace {

@@ -1,0 +1,270 @@
+// pemlo-cli log as a user runs it, the PDF read back with poppler's tools: the title
+// block's fields from each format, the layers of `layers` on the page, the page count
+// at a scale, one depth axis on every page, the same bytes twice, fonts embedded, and
+// the good inputs written when one fails.
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "cli/CliRun.h"
+#include "log/LogLayout.h"
+
+namespace pemlo::cli::test {
+namespace {
+
+const std::string Formats = PEMLO_FORMATS_DIR;
+const std::string Soundings = PEMLO_SOUNDINGS_DIR;
+
+std::string Output(const std::string& command, const ScratchDir& scratch)
+{
+    const std::string out = scratch.File(".tool");
+    return std::system((command + " >'" + out + "' 2>/dev/null").c_str()) == 0 ? ReadAll(out) : std::string();
+}
+
+// Skips unless the real files, poppler and the drawing helper are there.
+bool CanRun(const ScratchDir& scratch)
+{
+    return !Formats.empty() && !Soundings.empty() && !Output("command -v pdftotext", scratch).empty() &&
+           RunCli({"log", "--help"}, scratch).exitCode == 0;
+}
+
+int Pages(const std::string& pdf, const ScratchDir& scratch)
+{
+    const std::string info = Output("pdfinfo '" + pdf + "'", scratch);
+    const std::size_t at = info.find("Pages:");
+    return at == std::string::npos ? -1 : std::stoi(info.substr(at + 6));
+}
+
+// The text of a PDF with its line breaks turned to blanks.
+std::string PdfText(const std::string& pdf, const ScratchDir& scratch)
+{
+    std::string text = Output("pdftotext -layout '" + pdf + "' -", scratch);
+    for (char& c : text) c = c == '\n' ? ' ' : c;
+    return text;
+}
+
+TEST(LogCommand, TitleBlockStatesWhatEachFormatStates)
+{
+    ScratchDir scratch;
+    if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
+    const std::string pdf = scratch.File("log.pdf");
+    const struct {
+        const char* fault;
+        std::string file;
+        std::vector<std::string> options;
+        std::vector<std::string> texts;
+    } cases[] = {
+        {"GEF #XYID and #ZID not read", Formats + "/gef/bro_CPT000000003688.gef", {},
+         {"x 91931, y 438294 (EPSG:28992)", "-1.75 m GEF 31000 (NAP)", "Date: 2000-03-06", "Page 1 of 2"}},
+        {"BRO delivered location and offset not read", Formats + "/bro-xml/CPT000000003688.xml", {},
+         {"x 91931, y 438294 (EPSG:28992)", "-1.75 m NAP", "Sounding: CPT000000003688"}},
+        {"AGS4 LOCA_NATE and LOCA_NATN, or the pushes' area ratios, not read",
+         Formats + "/ags/borssele_WFS1-2A.ags", {},
+         {"x 502763.64, y 5732537.58 (national grid)", "Surface level: not stated", "0.5 to 0.75 (file: SCPG_CAR)"}},
+        {"GEF u2 and area ratio not shown", Formats + "/gef/mos_inclination.gef", {},
+         {"u2, u0 (kPa)", "0.8 (file: #MEASUREMENTVAR 3)", "Coordinates: x 79578.38, y 424838.97"}},
+        {"the options not taken over the file's or the defaults",
+         Soundings + "/b003688.txt",
+         {"--data-units", "si", "--gwt", "1.5", "--unit-weight", "19", "--min-thickness", "1", "--number", "P-17"},
+         {"Project number: P-17", "Groundwater: 1.5 m (option)", "19 kN/m3 (option)", "Min. layer thickness: 1 m",
+          "Coordinates: not stated", "0.8 (assumed)"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        std::vector<std::string> args{"log", c.file, "--pdf", pdf};
+        args.insert(args.end(), c.options.begin(), c.options.end());
+        const CliRun run = RunCli(args, scratch);
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        const std::string text = PdfText(pdf, scratch);
+        for (const std::string& expected : c.texts) EXPECT_NE(text.find(expected), std::string::npos) << expected;
+    }
+}
+
+TEST(LogCommand, LayersOnThePageAreThoseOfTheLayersCommand)
+{
+    ScratchDir scratch;
+    if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
+    const std::string pdf = scratch.File("log.pdf");
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"--min-thickness", "2"}, {"--min-thickness", "0.1"}}) {
+        std::vector<std::string> log{"log", Formats + "/gef/bro_CPT000000003688.gef", "--pdf", pdf};
+        std::vector<std::string> layers{"layers", Formats + "/gef/bro_CPT000000003688.gef"};
+        log.insert(log.end(), options.begin(), options.end());
+        layers.insert(layers.end(), options.begin(), options.end());
+        ASSERT_EQ(RunCli(log, scratch).exitCode, 0);
+        const CliRun csv = RunCli(layers, scratch);
+        ASSERT_EQ(csv.exitCode, 0);
+        const std::string text = PdfText(pdf, scratch);
+        const auto rows = Lines(csv.out);
+        ASSERT_GT(rows.size(), 2u);
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            std::istringstream row(rows[i]);
+            std::string number, top, bottom, thickness, soil;
+            std::getline(row, number, ','), std::getline(row, top, ','), std::getline(row, bottom, ',');
+            std::getline(row, thickness, ','), std::getline(row, soil, ',');
+            char label[96];
+            std::snprintf(label, sizeof label, "%s %s %.2f\xE2\x80\x93%.2f m, zone", number.c_str(), soil.c_str(),
+                          std::stod(top), std::stod(bottom));
+            EXPECT_NE(text.find(label), std::string::npos) << label;
+        }
+    }
+}
+
+TEST(LogCommand, PagesFollowTheScale)
+{
+    ScratchDir scratch;
+    if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
+    const std::string pdf = scratch.File("log.pdf");
+    const std::string sounding = Soundings + "/b003688.txt";  // 0.12 to 24.46 m
+    const struct {
+        const char* fault;
+        std::vector<std::string> options;
+        int pages;
+    } cases[] = {
+        {"the whole sounding on one page, then the chart", {}, 2},
+        {"1:100 on A4 is 21.2 m a page", {"--paper", "a4", "--scale", "100"}, 3},
+        {"1:50 on letter is 9.72 m a page", {"--scale", "50"}, 4},
+        {"a scale that fits the sounding takes one page", {"--scale", "200"}, 2},
+        {"every sounding on pages of its own", {"--scale", "100", "--paper", "a4", sounding}, 6},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        std::vector<std::string> args{"log", sounding, "--data-units", "si", "--pdf", pdf};
+        args.insert(args.end(), c.options.begin(), c.options.end());
+        const CliRun run = RunCli(args, scratch);
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        EXPECT_EQ(Pages(pdf, scratch), c.pages);
+    }
+}
+
+// The depth labels of each log page: depth -> the middle of its label, in mm from the page's top.
+std::vector<std::map<double, double>> DepthLabels(const std::string& pdf, const ScratchDir& scratch,
+                                                  const log::Box& column)
+{
+    std::vector<std::map<double, double>> pages;
+    std::istringstream boxes(Output("pdftotext -bbox '" + pdf + "' -", scratch));
+    constexpr double MmPerPoint = 25.4 / 72;
+    const auto attribute = [](const std::string& line, const char* name) {
+        return std::stod(line.substr(line.find(name) + std::string(name).size() + 2));
+    };
+    for (std::string line; std::getline(boxes, line);) {
+        if (line.find("<page ") != std::string::npos) pages.emplace_back();
+        if (line.find("<word ") == std::string::npos) continue;
+        const std::string word = line.substr(line.find('>') + 1, line.find("</word>") - line.find('>') - 1);
+        const double xMax = attribute(line, "xMax") * MmPerPoint;
+        const double y = (attribute(line, "yMin") + attribute(line, "yMax")) / 2 * MmPerPoint;
+        char* end = nullptr;
+        const double depth = std::strtod(word.c_str(), &end);
+        if (*end != '\0' || xMax > column.Right() || y < column.top - 2 || y > column.Bottom() + 2) continue;
+        pages.back()[depth] = y;
+    }
+    return pages;
+}
+
+TEST(LogCommand, EveryPageMeasuresDepthOnOneAxisTakingUpWhereTheLastEnded)
+{
+    ScratchDir scratch;
+    if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
+    const std::string pdf = scratch.File("log.pdf");
+    const int scale = 40;  // 8.48 m a page: three log pages of 24.46 m
+    ASSERT_EQ(RunCli({"log", Formats + "/gef/bro_CPT000000003688.gef", "--paper", "a4", "--scale",
+                      std::to_string(scale), "--pdf", pdf},
+                     scratch)
+                  .exitCode,
+              0);
+    const log::LogLayout layout = log::MakeLayout(log::Paper::A4, false, 24.46, scale);
+    ASSERT_EQ(layout.pages.size(), 3u);
+    const auto labels = DepthLabels(pdf, scratch, layout.columns.front().box);
+    ASSERT_EQ(labels.size(), 4u);  // and the chart page
+    double offset = 0.0;
+    for (std::size_t p = 0; p < layout.pages.size(); ++p) {
+        SCOPED_TRACE("page " + std::to_string(p + 1));
+        const log::DepthAxis& axis = layout.pages[p];
+        ASSERT_GE(labels[p].size(), 4u);
+        EXPECT_GE(labels[p].begin()->first, axis.topDepth - 1e-9);
+        EXPECT_LE(labels[p].rbegin()->first, axis.bottomDepth + 1e-9);
+        // A label's middle lies a fixed small way off its line: the same on every page, within 0.2 mm.
+        for (const auto& [depth, y] : labels[p]) {
+            if (p == 0 && depth == labels[0].begin()->first) offset = y - axis.Y(depth);
+            EXPECT_NEAR(y - axis.Y(depth), offset, 0.2) << depth << " m";
+        }
+    }
+    EXPECT_LT(std::abs(offset), 0.6) << "labels stand away from their depth lines";
+}
+
+TEST(LogCommand, SameInputSameBytesWithEveryFontEmbedded)
+{
+    ScratchDir scratch;
+    if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
+    const std::vector<std::string> args{"log", Formats + "/ags/borssele_WFS1-2A.ags",
+                                        Formats + "/gef/mos_inclination.gef", "--pdf"};
+    std::string bytes[2];
+    for (int run = 0; run < 2; ++run) {
+        const std::string pdf = scratch.File("run" + std::to_string(run) + ".pdf");
+        auto a = args;
+        a.push_back(pdf);
+        ::setenv("SOURCE_DATE_EPOCH", "1764067800", 1);
+        const CliRun r = RunCli(a, scratch);
+        ::unsetenv("SOURCE_DATE_EPOCH");
+        ASSERT_EQ(r.exitCode, 0) << r.err;
+        bytes[run] = ReadAll(pdf);
+        EXPECT_NE(Output("pdfinfo '" + pdf + "'", scratch).find("Tue Nov 25 10:50:00 2025"), std::string::npos);
+        const auto fonts = Lines(Output("pdffonts '" + pdf + "'", scratch));
+        ASSERT_GT(fonts.size(), 2u);
+        for (std::size_t i = 2; i < fonts.size(); ++i) EXPECT_NE(fonts[i].find(" yes "), std::string::npos) << fonts[i];
+    }
+    EXPECT_TRUE(bytes[0] == bytes[1]) << "two runs gave different bytes";
+    ::setenv("SOURCE_DATE_EPOCH", "soon", 1);
+    EXPECT_EQ(RunCli({"log", Formats + "/gef/mos_inclination.gef", "--pdf", scratch.File("x.pdf")}, scratch).exitCode,
+              2);
+    ::unsetenv("SOURCE_DATE_EPOCH");
+}
+
+TEST(LogCommand, AFailedInputLeavesTheOthersWritten)
+{
+    ScratchDir scratch;
+    if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
+    const std::string good = Formats + "/gef/mos_inclination.gef";
+    const std::string refused = Formats + "/gef/voids_small.gef";  // no fs column
+    const std::string pdf = scratch.File("all.pdf");
+    const struct {
+        const char* fault;
+        std::vector<std::string> args;
+        int exitCode;
+        std::vector<std::string> files;  // written, with their page counts
+        std::vector<int> pages;
+    } cases[] = {
+        {"one PDF: the good inputs' pages, the first failure's status",
+         {"log", good, refused, "missing.gef", good, "--pdf", pdf}, 3, {pdf}, {4}},
+        {"a folder: a PDF per good input", {"log", good, refused, "--out-dir", scratch.File("logs")}, 3,
+         {scratch.File("logs/mos_inclination.pdf")}, {2}},
+        {"no output named", {"log", good}, 2, {}, {}},
+        {"both outputs named", {"log", good, "--pdf", pdf, "--out-dir", scratch.File("logs")}, 2, {}, {}},
+        {"the PDF over an input", {"log", scratch.File("copy.gef"), "--pdf", scratch.File("copy.gef")}, 2, {}, {}},
+        {"the PDF over a directory", {"log", good, "--pdf", scratch.Path().string()}, 2, {}, {}},
+    };
+    std::filesystem::copy_file(good, scratch.File("copy.gef"));
+    const std::string copy = ReadAll(scratch.File("copy.gef"));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        std::filesystem::remove(pdf);
+        const CliRun run = RunCli(c.args, scratch);
+        EXPECT_EQ(run.exitCode, c.exitCode) << run.err;
+        for (std::size_t i = 0; i < c.files.size(); ++i) EXPECT_EQ(Pages(c.files[i], scratch), c.pages[i]);
+        if (c.exitCode == 3) {
+            EXPECT_NE(run.err.find("voids_small.gef"), std::string::npos) << run.err;
+        }
+    }
+    EXPECT_EQ(ReadAll(scratch.File("copy.gef")), copy) << "an input was overwritten";
+    EXPECT_FALSE(std::filesystem::exists(scratch.File("logs/voids_small.pdf")));
+}
+
+}  // namespace
+}  // namespace pemlo::cli::test

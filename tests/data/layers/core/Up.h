@@ -1,0 +1,2 @@
+// An include up from the ground floor.
+#include "views/Screen.h"

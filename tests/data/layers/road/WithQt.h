@@ -1,0 +1,2 @@
+// Qt in the Qt-free library.
+#include <QString>

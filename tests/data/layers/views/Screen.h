@@ -1,0 +1,2 @@
+// A screen may use the record.
+#include "core/Up.h"
