@@ -3,7 +3,7 @@
 
 For every sounding it runs `pemlo-cli classify` (the intervals) and `pemlo-cli layers`
 (the layers) with the same options, groups the intervals into layers here by the rule
-as the README states it, and compares layer by layer: count, top, bottom, thickness,
+as docs/ags4.md states it, and compares layer by layer: count, top, bottom, thickness,
 soil, number of intervals and every mean, all exactly.
 
     check-layers.py --cli build/src/cli/pemlo-cli --data-units si [--graph-units english]

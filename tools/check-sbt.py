@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Checks `pemlo-cli sbt` against a second, independent reading of the rule in the README.
+"""Checks `pemlo-cli sbt` against a second, independent reading of the rule in docs/sbtn.md.
 
 For every input it runs `pemlo-cli sbt` twice with the same options, as CSV (the rows)
 and as JSON (D, a, the water unit weight and the unit weight used, with their
 sources), recomputes every column from the CSV's depth, qc, fs and u2 by the rule as
-the README states it, and compares: every number to 1e-9 relative, empty where the
+docs/sbtn.md states it, and compares: every number to 1e-9 relative, empty where the
 rule leaves it empty, and the zone exactly unless the point lies within 1e-9 of a
 zone boundary. The counts in the JSON must match the rows.
 

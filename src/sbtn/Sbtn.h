@@ -1,7 +1,7 @@
 // Robertson's normalised soil behaviour type (Robertson 2009; the unit weight of
 // Robertson & Cabal 2010), reading by reading, on the cone resistance corrected for
 // the pore pressure on the shoulder and the vertical stresses. Every choice the
-// published method leaves open is fixed here and stated in the README: a zone
+// published method leaves open is fixed here and stated in docs/sbtn.md: a zone
 // boundary belongs to the lower zone number, no cap on the stress normalisation, a
 // reading without u2 takes qt = qc, n is computed from qt. Stresses are in kPa,
 // resistances in MPa, depths in metres; everything in double.

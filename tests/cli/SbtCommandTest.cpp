@@ -37,7 +37,7 @@ struct SbtCase {
 TEST(SbtCommand, DoesWhatItSaysWithTheRightStatus)
 {
     const SbtCase cases[] = {
-        {"the columns in the order the README gives", {"u2.gef"}, 0,
+        {"the columns in the order docs/sbtn.md gives", {"u2.gef"}, 0,
          {"depth,qc,fs,u2,qt,rf,gamma,sigma_v0,u0,sigma_v0_eff,qn,qt1,fr,bq,n,qtn,ic,zone\n1,5,"}, {}},
         {"an invalid reading keeps its stresses and leaves Qt1 to the zone empty", {"u2.gef"}, 0,
          {"\n2,0.0010000000474974513,0.05000000074505806,,", ",,,,,,,\n3,2,0,"}, {}},
