@@ -37,11 +37,7 @@ TEST(SplitAgsLine, ReadsLooseLinesAndTellsWhetherTheyAreStrict)
         EXPECT_EQ(split.fields, c.fields);
         EXPECT_EQ(split.strict, c.strict);
     }
-}
-
-TEST(SplitAgsLine, StopsAtTheMostFieldsAsked)
-{
-    // The importer asks for one more than it takes, to refuse a line of too many.
+    // The importer asks for one more field than it takes, to refuse a line of too many.
     EXPECT_EQ(SplitAgsLine(R"("a","b","c","d")", 3).fields, (std::vector<std::string>{"a", "b", "c"}));
 }
 

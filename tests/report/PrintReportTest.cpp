@@ -156,6 +156,20 @@ TEST_F(PrintReportTest, EveryFailureShowsThePrintingErrorAndSendsNothing)
     }
 }
 
+// The command line prints through PrintReportOn without anyone to answer a message
+// box: the failure must come back as a value, with nothing shown.
+TEST_F(PrintReportTest, OnAGivenPrinterTheFailureIsReturnedNotShown)
+{
+    const auto log = test::UseRecordingPrinter();
+    log->deviceFails = true;
+    test::ModalWatcher watcher;
+    const auto failure = PrintReportOn(ThePrinter(), {4, {&charts_[0], &charts_[1], &charts_[2], &charts_[3]}});
+    ASSERT_TRUE(failure.has_value());
+    EXPECT_FALSE(failure->message.empty());
+    EXPECT_TRUE(watcher.Messages().empty());
+    EXPECT_FALSE(log->Called("EndDoc"));
+}
+
 // Where cups-pdf puts the files of this user: the Out line of its configuration.
 QString CupsPdfOutDir()
 {
