@@ -59,6 +59,11 @@ pemlo_gzip(${packaging}/changelog ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz DESTINATION ${PEMLO_DOC_DIR})
 list(APPEND package_files ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
 
+# The soil behaviour type's rule in full, which the command line's manual page refers to.
+pemlo_gzip(${PROJECT_SOURCE_DIR}/docs/sbtn.md ${CMAKE_CURRENT_BINARY_DIR}/sbtn.md.gz)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/sbtn.md.gz DESTINATION ${PEMLO_DOC_DIR})
+list(APPEND package_files ${CMAKE_CURRENT_BINARY_DIR}/sbtn.md.gz)
+
 # The copyright file: the project's own, then the notices of the libraries linked in
 # statically, taken from the copyright files of the Debian packages they come from.
 set(linked_notices /usr/share/doc/libpugixml-dev/copyright /usr/share/doc/libcli11-dev/copyright)

@@ -23,13 +23,15 @@ homepage=$(sed -n 's/^PEMLO_HOMEPAGE:STRING=//p' "$build/CMakeCache.txt")
 metainfo=usr/share/metainfo/invalid.pemlo_cpt.pemlo.metainfo.xml
 
 # The files: the programs, their private helper, the menu entry, icons, the manuals,
-# the software-centre metadata, the changelog, copyright and lintian override, and
+# the software-centre metadata, the changelog, copyright, the soil behaviour type's rule
+# and the lintian override, and
 # nothing else (no test or benchmark slipped into an install rule).
 dpkg-deb -c "$deb" | awk '$1 !~ /^d/ {print $6}' | sort >"$scratch/files"
 {
   printf './%s\n' usr/bin/pemlo usr/bin/pemlo-cli usr/libexec/pemlo-cpt/pemlo-report \
     usr/share/applications/pemlo-cpt.desktop usr/share/man/man1/pemlo.1.gz usr/share/man/man1/pemlo-cli.1.gz \
     "$metainfo" usr/share/doc/pemlo-cpt/changelog.gz usr/share/doc/pemlo-cpt/copyright \
+    usr/share/doc/pemlo-cpt/sbtn.md.gz \
     usr/share/lintian/overrides/pemlo-cpt
   for size in 16 22 24 32 48 64 128 256; do
     echo "./usr/share/icons/hicolor/${size}x${size}/apps/pemlo-cpt.png"
