@@ -206,11 +206,38 @@ def load(open_file, data, options, message_title, message_text):
     answer_message(message_title, message_text)
 
 
-def start(program):
-    proc = subprocess.Popen([program], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+def start(program, again=True):
+    """Starts the program and waits for its first window on the bus. A first start on a
+    fresh machine can be slow (font caches, the registry starting on demand), so the wait
+    is long; when it is in vain, the failure says what the program and the X server did.
+    A program whose window the X server shows but the bus does not never reached the
+    accessibility bus, which is the bus's race, not the program's: it is started once
+    more, and says so."""
+    log = tempfile.TemporaryFile()
+    proc = subprocess.Popen([program], stdout=subprocess.DEVNULL, stderr=log)
     STARTED.append(proc)
-    open_file = window("Open Cone Data File", 20)
+    try:
+        open_file = window("Open Cone Data File", 60)
+    except TimeoutError as e:
+        log.seek(0)
+        said = log.read().decode(errors="replace").strip()[-2000:]
+        ended = proc.poll()
+        if again and ended is None and "Open Cone Data File" in native_titles():
+            print("  note: the first window is on the X server but not on the bus; starting again")
+            proc.kill()
+            proc.wait()
+            return start(program, again=False)
+        raise TimeoutError("%s (the program %s; the X server shows %s; it said: %s)" % (
+            e, "ended with %d" % ended if ended is not None else "still runs",
+            native_titles(), said or "nothing")) from None
     return proc, open_file
+
+
+def wait_for_registry():
+    """The registry answers before the first program starts, so that the program's
+    registration is not the one that has to start it."""
+    wait_for("the accessibility registry",
+             lambda: pyatspi.Registry.getDesktop(0).childCount >= 0 or True, 30)
 
 
 def main_road(program, sounding):
@@ -313,6 +340,7 @@ def one_column(program, data):
 def main():
     program = os.path.abspath(sys.argv[1])
     sounding = os.path.abspath(sys.argv[2])
+    wait_for_registry()
     with tempfile.TemporaryDirectory() as scratch:
         six = os.path.join(scratch, "six.txt")
         mv = os.path.join(scratch, "mv.txt")

@@ -33,6 +33,13 @@ for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
 eval "$(dbus-launch --sh-syntax)"
 /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
 launcher=$!
-sleep 1
+# A Qt program asks the session bus for the accessibility bus once, when it starts; one
+# started before the launcher answers never appears to a screen reader. On a loaded
+# machine the launcher can take seconds, so wait for its answer instead of a fixed time.
+for _ in $(seq 300); do
+  dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress \
+    >/dev/null 2>&1 && break
+  sleep 0.1
+done
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1 LC_ALL=C.UTF-8
 /usr/bin/python3 tools/accessibility-walk.py "$program" "$sounding"
