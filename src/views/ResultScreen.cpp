@@ -5,6 +5,7 @@
 #include <QToolBar>
 
 #include "core/ui/Screens.h"
+#include "runtime/ui/AfterPress.h"
 
 namespace pemlo {
 
@@ -42,6 +43,14 @@ ResultScreen::ResultScreen(const QString& name, int clientWidthTwips, int client
     // Behind a load that never ends only Exit answers: the other commands work on
     // the readings that load is still replacing.
     toolbar_ = BuildToolbar(this, buttons, [this](const QString& key) {
+        if (key == QLatin1String("Print")) {
+            // A failed print shows a modal message box: the print runs once the press
+            // is answered, so that a screen reader that pressed is not held by it.
+            AfterPress(this, [this] {
+                if (!Screens::Instance().IsWaitingForLoad()) OnCommand(QStringLiteral("Print"));
+            });
+            return;
+        }
         if (key == QLatin1String("Exit") || !Screens::Instance().IsWaitingForLoad()) OnCommand(key);
     });
     SetTopBar(toolbar_);

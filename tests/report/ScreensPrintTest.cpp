@@ -90,6 +90,8 @@ TEST(ScreensPrint, EachScreenDrawsAndPrintsItsChartsInLine)
         const auto log = test::UseRecordingPrinter(9.6);
         test::ModalWatcher watcher;
         print->click();
+        EXPECT_FALSE(log->Called("Print B003688")) << "the press is answered before the page is printed";
+        QApplication::processEvents();
         EXPECT_TRUE(log->Called("Print B003688"));
         EXPECT_EQ(std::count(log->calls.begin(), log->calls.end(), "hDC"), charts);
         const ReportLayout layout = LayoutReport(page, charts, ProjectTexts{});
@@ -126,6 +128,7 @@ TEST(ScreensPrint, EachScreenDrawsAndPrintsItsChartsInLine)
             }
             const auto again = test::UseRecordingPrinter(9.6);
             print->click();
+            QApplication::processEvents();
             EXPECT_TRUE(again->page == log->page) << "printed from a window of " << size.width();
         }
         screens.Close(screen);
