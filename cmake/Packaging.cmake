@@ -66,7 +66,8 @@ list(APPEND package_files ${CMAKE_CURRENT_BINARY_DIR}/sbtn.md.gz)
 
 # The copyright file: the project's own, then the notices of the libraries linked in
 # statically, taken from the copyright files of the Debian packages they come from.
-set(linked_notices /usr/share/doc/libpugixml-dev/copyright /usr/share/doc/libcli11-dev/copyright)
+set(linked_notices /usr/share/doc/libpugixml-dev/copyright /usr/share/doc/libcli11-dev/copyright
+                   /usr/share/doc/libdragonbox-dev/copyright)
 set(copyright ${CMAKE_CURRENT_BINARY_DIR}/copyright)
 add_custom_command(OUTPUT ${copyright}
                    COMMAND bash ${packaging}/make-copyright.sh ${copyright} ${packaging}/copyright ${linked_notices}

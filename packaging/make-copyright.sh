@@ -3,9 +3,9 @@
 # the executables that carry other code linked in statically, with that code's
 # copyright lines and licence texts as the Debian packages it was built from state
 # them, so that the notices are those of the very versions linked.
-#   packaging/make-copyright.sh OUT OWN-COPYRIGHT PUGIXML-COPYRIGHT CLI11-COPYRIGHT
+#   packaging/make-copyright.sh OUT OWN-COPYRIGHT PUGIXML-COPYRIGHT CLI11-COPYRIGHT DRAGONBOX-COPYRIGHT
 set -euo pipefail
-out=$1 own=$2 pugixml=$3 cli11=$4
+out=$1 own=$2 pugixml=$3 cli11=$4 dragonbox=$5
 
 # The copyright lines and licence name of a DEP-5 file's "Files: *" paragraph.
 holders() {
@@ -30,11 +30,15 @@ licence_text() {
 
 pugixml_licence=$(licence_of "$pugixml")
 cli11_licence=$(licence_of "$cli11")
-for part in "$pugixml_licence" "$cli11_licence" "$(holders "$pugixml")" "$(holders "$cli11")" \
-            "$(licence_text "$pugixml" "$pugixml_licence")" "$(licence_text "$cli11" "$cli11_licence")"; do
-  [ -n "$part" ] || { echo "make-copyright: no notice found in $pugixml or $cli11" >&2; exit 1; }
+# Dragonbox is offered under Apache-2.0 or BSL-1.0; it is taken under the latter.
+dragonbox_licence=BSL-1.0
+licence_of "$dragonbox" | grep -qw "$dragonbox_licence" || { echo "make-copyright: $dragonbox offers no $dragonbox_licence" >&2; exit 1; }
+for part in "$pugixml_licence" "$cli11_licence" "$(holders "$pugixml")" "$(holders "$cli11")" "$(holders "$dragonbox")" \
+            "$(licence_text "$pugixml" "$pugixml_licence")" "$(licence_text "$cli11" "$cli11_licence")" \
+            "$(licence_text "$dragonbox" "$dragonbox_licence")"; do
+  [ -n "$part" ] || { echo "make-copyright: no notice found in $pugixml, $cli11 or $dragonbox" >&2; exit 1; }
 done
-linked="all-rights-reserved and $pugixml_licence and $cli11_licence"
+linked="all-rights-reserved and $pugixml_licence and $cli11_licence and $dragonbox_licence"
 
 {
   cat "$own"
@@ -44,24 +48,29 @@ Files: usr/libexec/pemlo-cpt/pemlo-report
 Copyright: 1999-2026 The Pemlo CPT authors
 $(holders "$pugixml")
 $(holders "$cli11")
+$(holders "$dragonbox")
 License: $linked
 Comment: The report helper carries pugixml ($pugixml_licence), which reads BRO-XML,
- and CLI11 ($cli11_licence), which reads the options, both linked in statically.
+ CLI11 ($cli11_licence), which reads the options, and Dragonbox ($dragonbox_licence),
+ which writes numbers, all linked in statically.
 
 Files: usr/bin/pemlo-cli
 Copyright: 1999-2026 The Pemlo CPT authors
 $(holders "$pugixml")
 $(holders "$cli11")
+$(holders "$dragonbox")
  the GNU C Library and the GCC runtime libraries: see /usr/share/doc/libc6/copyright
  and /usr/share/doc/libgcc-s1/copyright
 License: $linked and LGPL-2.1+ and GPL-3+ with GCC-exception-3.1
-Comment: The command line is linked statically: it carries pugixml and CLI11 as the
- report helper does, and the GNU C Library and the GCC runtime libraries (libgcc
- and libstdc++).
+Comment: The command line is linked statically: it carries pugixml, CLI11 and
+ Dragonbox as the report helper does, and the GNU C Library and the GCC runtime
+ libraries (libgcc and libstdc++).
 
 $(licence_text "$pugixml" "$pugixml_licence")
 
 $(licence_text "$cli11" "$cli11_licence")
+
+$(licence_text "$dragonbox" "$dragonbox_licence")
 
 License: LGPL-2.1+
  The GNU C Library is free software under the GNU Lesser General Public License,

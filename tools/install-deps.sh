@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-charts-dev libqt6opengl6-dev libxkbcommon-dev qt6-qpa-plugins libgl-dev libxcb1-dev
-  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libpugixml-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libpugixml-dev libdragonbox-dev
   clang-14 libclang-rt-14-dev
   fonts-liberation fontconfig
   xvfb xauth poppler-utils python3

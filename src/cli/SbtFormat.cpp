@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "cli/ImportJson.h"
+#include "formats/NumberText.h"
 
 namespace pemlo::cli {
 
@@ -71,8 +72,7 @@ public:
     void Number(double value)
     {
         if (std::isfinite(value))
-            used_ = static_cast<std::size_t>(
-                std::to_chars(buffer_.data() + used_, buffer_.data() + used_ + 32, value).ptr - buffer_.data());
+            used_ = static_cast<std::size_t>(formats::PutShortest(buffer_.data() + used_, value) - buffer_.data());
     }
     void Integer(long long value)
     {
