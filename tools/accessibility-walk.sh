@@ -34,11 +34,12 @@ eval "$(dbus-launch --sh-syntax)"
 /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
 launcher=$!
 # A Qt program asks the session bus for the accessibility bus once, when it starts; one
-# started before the launcher answers never appears to a screen reader. On a loaded
-# machine the launcher can take seconds, so wait for its answer instead of a fixed time.
+# started before the launcher holds its name never appears to a screen reader (asking
+# then would even start a second launcher, by activation). On a loaded machine the
+# launcher can take seconds, so wait until the name has its owner.
 for _ in $(seq 300); do
-  dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress \
-    >/dev/null 2>&1 && break
+  dbus-send --session --print-reply --dest=org.freedesktop.DBus /org/freedesktop/DBus \
+    org.freedesktop.DBus.NameHasOwner string:org.a11y.Bus 2>/dev/null | grep -q "boolean true" && break
   sleep 0.1
 done
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1 LC_ALL=C.UTF-8
