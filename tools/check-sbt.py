@@ -256,7 +256,7 @@ def check_si_inputs(cli, args, path, column):
 
 # The SCPT headings of `ags --readings` and the sbt column each holds, with its scale.
 AGS_COLUMNS = {"SCPT_DPTH": ("depth", 1), "SCPT_RES": ("qc", 1), "SCPT_FRES": ("fs", 1), "SCPT_PWP2": ("u2", 1),
-               "SCPT_FRR": ("rf", 1), "SCPT_QT": ("qt", 1), "SCPT_CPO": ("sigma_v0", 1),
+               "SCPT_FRR": ("rf", 1), "SCPT_QT": ("qt", 1), "SCPT_BDEN": ("gamma", 1 / 9.80665), "SCPT_CPO": ("sigma_v0", 1),
                "SCPT_CPOD": ("sigma_v0_eff", 1), "SCPT_QNET": ("qn", 1e-3), "SCPT_BQ": ("bq", 1),
                "SCPT_ISPP": ("u0", 1e-3), "SCPT_NQT": ("qt1", 1), "SCPT_NFR": ("fr", 1), "SCPT_QTN": ("qtn", 1),
                "SCPT_NEXP": ("n", 1), "SCPT_CIC": ("ic", 1), "SCPT_SBTN": ("zone", 1)}

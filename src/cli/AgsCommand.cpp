@@ -3,8 +3,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <ctime>
 #include <memory>
 #include <optional>
@@ -72,7 +70,7 @@ void AddYardstick(profile::AgsSounding& a, const Yardstick& y, const Input& inpu
 {
     if (!y.result) return;
     a.sbtn = sbtn::SbtnOfLayers(*y.result, LayerRanges(a.layers), 1.0);
-    a.groundwater = y.result->groundwater;
+    if (y.result->groundwaterSource != sbtn::ValueSource::Assumed) a.groundwater = y.result->groundwater;
     const std::vector<std::string> push = PushOfEachReading(input, a.source, y.result->rows.size());
     for (profile::PushRange& range : a.source.pushes) {
         const auto first = std::find(push.begin(), push.end(), range.id);
@@ -113,15 +111,6 @@ FileOutcome ProfileOfInput(const AgsState& state, const Input& input, std::optio
     return outcome;
 }
 
-std::optional<double> NumberOf(const std::string& text)
-{
-    double value = 0.0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || result.ec != std::errc{} || result.ptr != text.data() + text.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
-}
-
 void RefuseWrongCalls(const AgsState& state)
 {
     if (state.options.graphUnits == GraphEnglish)
@@ -151,8 +140,8 @@ int Run(AgsState& state)
 {
     RefuseWrongCalls(state);
     state.options.graphUnits = GraphSI;
-    // A --gwt that is a plain number is the groundwater depth D as well.
-    if (const auto d = NumberOf(state.project.gwt)) state.yardstick.sbtn.groundwater = d;
+    // A --gwt that reads as a depth in metres is the groundwater depth D as well.
+    if (const auto d = profile::WaterDepthOf(state.project.gwt)) state.yardstick.sbtn.groundwater = d;
     CheckYardstickCall(state.yardstick, state.options);
 
     state.inputs = ExpandInputs(state.files, state.options.depth);
@@ -227,8 +216,8 @@ void AddAgsCommand(CLI::App& app)
     command->add_option("--location", state->project.location, "Location of the site (PROJ_LOC)")
         ->type_name("TEXT");
     command->add_option("--gwt", state->project.gwt,
-                        "Ground water table, m (SCPG_WAT); a plain number is also the groundwater depth D of the "
-                        "SBTn columns")
+                        "Ground water table, m (SCPG_WAT); a depth in metres (2.5 or \"2.5 m\") is also the "
+                        "groundwater depth D of the SBTn columns")
         ->type_name("TEXT");
     command->add_option("--cone-no", state->project.coneNo, "Cone number (SCPG_REF)")->type_name("TEXT");
     command->add_option("--recipient", state->recipient, "Recipient of the file (TRAN_RECV)")->type_name("TEXT");

@@ -170,14 +170,10 @@ std::string CalendarDate(const std::string& date)
 
 namespace {
 
-// The ground water table as a depth in metres, where it was typed as a plain number.
 std::string WaterDepth(const std::string& gwt)
 {
-    double value = 0.0;
-    const auto result = std::from_chars(gwt.data(), gwt.data() + gwt.size(), value);
-    if (gwt.empty() || result.ec != std::errc{} || result.ptr != gwt.data() + gwt.size() || !std::isfinite(value))
-        return {};
-    return Fixed(value, 2);
+    const std::optional<double> depth = WaterDepthOf(gwt);
+    return depth ? Fixed(*depth, 2) : std::string();
 }
 
 std::string Ref(const AgsSettings& s)
@@ -210,6 +206,8 @@ Rows ScpgRows(const std::vector<AgsSounding>& soundings, const AgsSettings& sett
         const std::string water = WaterDepth(p.gwt);
         if (!p.gwt.empty() && water.empty()) remark += "; ground water table " + p.gwt;
         // SCPG_WAT and SCPG_CAR hold the D and a the normalised soil behaviour type used.
+        // Where nothing stated it (the SBTn then took it at depth 0) SCPG_WAT stays empty:
+        // a 0.00 there would pass an assumption off as a measurement.
         const std::string used = s.groundwater ? Fixed(*s.groundwater, 2) : water;
         for (const PushRange& push : s.source.pushes)
             rows.push_back({Plain(s.source.locaId), Plain(push.id),
@@ -269,8 +267,11 @@ std::string Cell(std::optional<double> value, int decimals)
 // The text of a reading's depth as SCPT_DPTH holds it.
 std::string DepthText(double depth) { return Fixed(depth, 3); }
 
-std::vector<std::string> ScptRow(const std::string& loca, const std::string& push, const sbtn::SbtnRow& r,
-                                 double waterUnitWeight)
+// SCPT_BDEN is a density: the unit weight over the acceleration of gravity, not over
+// the unit weight of water the method was given (sea water's 10.05 would skew it).
+constexpr double StandardGravity = 9.80665;  // m/s²
+
+std::vector<std::string> ScptRow(const std::string& loca, const std::string& push, const sbtn::SbtnRow& r)
 {
     const bool valid = r.invalid == sbtn::Invalid::None;
     const auto ifValid = [valid](double v) { return valid ? std::optional<double>(v) : std::nullopt; };
@@ -283,7 +284,7 @@ std::vector<std::string> ScptRow(const std::string& loca, const std::string& pus
             Cell(r.u2, 4),
             Cell(r.rf, 2),
             Cell(r.qt, 4),
-            Cell(r.gamma / waterUnitWeight, 2),  // Mg/m3: the unit weight over that of water (1 Mg/m3)
+            Cell(r.gamma / StandardGravity, 2),
             Cell(r.sigmaV0, 2),
             Cell(r.sigmaV0Eff, 2),
             Cell(r.qn / 1000.0, 4),
@@ -318,8 +319,7 @@ Rows ScptRows(const std::vector<AgsSounding>& soundings)
     for (const AgsSounding& s : soundings) {
         ForEachScptReading(s, [&](std::size_t i, bool repeated) {
             if (!repeated)
-                rows.push_back(ScptRow(Plain(s.source.locaId), Plain(s.readingPush[i]), s.readings->rows[i],
-                                       s.readings->waterUnitWeight));
+                rows.push_back(ScptRow(Plain(s.source.locaId), Plain(s.readingPush[i]), s.readings->rows[i]));
         });
     }
     return rows;
@@ -387,6 +387,18 @@ std::size_t ScptRowsLeftOut(const AgsSounding& sounding)
     std::size_t count = 0;
     ForEachScptReading(sounding, [&count](std::size_t, bool repeated) { count += repeated ? 1 : 0; });
     return count;
+}
+
+std::optional<double> WaterDepthOf(const std::string& gwt)
+{
+    const char* const end = gwt.data() + gwt.size();
+    double value = 0.0;
+    const auto [ptr, ec] = std::from_chars(gwt.data(), end, value);
+    if (gwt.empty() || ec != std::errc{} || !std::isfinite(value)) return std::nullopt;
+    std::string_view unit(ptr, static_cast<std::size_t>(end - ptr));
+    while (!unit.empty() && unit.front() == ' ') unit.remove_prefix(1);
+    if (!unit.empty() && unit != "m") return std::nullopt;
+    return value;
 }
 
 }  // namespace pemlo::profile

@@ -45,6 +45,10 @@ const char* SoilDescription(Soil soil);
 // LOCA_STAR; any other stays in the location's remark.
 std::string CalendarDate(const std::string& date);
 
+// The ground water table typed as a depth in metres, "2.5" or "2.5 m"; else nothing
+// (the text then stays in the remark of SCPG).
+std::optional<double> WaterDepthOf(const std::string& gwt);
+
 // The whole file, CR LF line ends. The project group comes from the first sounding.
 std::string WriteAgs4(const std::vector<AgsSounding>& soundings, const AgsSettings& settings);
 

@@ -155,6 +155,12 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"the project fields or the water table not written",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--number", "P-17", "--gwt", "1.5", "--cone-no", "C10"}, 0,
          {}, {}, {"\"DATA\",\"P-17\"", "\"b155283\",\"b155283\",\"C10\",\"1.50\""}},
+        {"a water table with its unit left out of the depth D",
+         {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--gwt", "2.5 m", "--cone-no", "C10"}, 0, {}, {},
+         {"\"b155283\",\"b155283\",\"C10\",\"2.50\","}},
+        {"a groundwater nothing stated passed off as measured (0.00)",
+         {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--cone-no", "C10"}, 0, {"groundwater not stated"}, {},
+         {"\"b155283\",\"b155283\",\"C10\",\"\","}},
     };
     ScratchDir scratch;
     WriteFixtures(scratch);
