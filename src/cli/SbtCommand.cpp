@@ -35,18 +35,6 @@ std::string RoadFailure(const RoadOptions& options, const sbtn::GatherResult& ga
                                              : DescribeRoadFailure(gathered.road, again, *d);
 }
 
-// The values taken for want of the file's.
-std::string AssumedNotes(const std::string& name, const sbtn::SbtnResult& result)
-{
-    std::string notes;
-    const std::string head = "pemlo-cli: note: " + name + ": ";
-    if (result.groundwaterSource == sbtn::ValueSource::Assumed)
-        notes += head + "groundwater not stated: taken at depth 0\n";
-    if (result.areaRatioSource == sbtn::ValueSource::Assumed)
-        notes += head + "area ratio not stated: " + ShortestText(sbtn::DefaultAreaRatio) + " assumed\n";
-    return notes;
-}
-
 FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, bool recordInNotes)
 {
     if (!input.refusal.empty()) return Failed(ExitReadFailed, input.refusal);
@@ -70,7 +58,8 @@ FileOutcome RunSbt(const SbtState& state, const Input& input, CsvLayout layout, 
                     GraphSI, static_cast<int>(result->rows.size()), nullptr, gathered.road.warnings},
                    sbtn::DescribeSbtnInputs(gathered.readings)};
     for (const std::string& line : facts.inputLines) notes += "pemlo-cli: note: " + input.name + ": " + line + "\n";
-    notes += AssumedNotes(input.name, *result);
+    for (const std::string& line : sbtn::AssumedValues(*result))
+        notes += "pemlo-cli: note: " + input.name + ": " + line + "\n";
 
     FileOutcome outcome;
     outcome.notes = std::move(notes);

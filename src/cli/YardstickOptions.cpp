@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -72,13 +71,7 @@ Yardstick YardstickOf(const YardstickOptions& yardstick, const RoadCommandOption
         y.notes = head + "no SBTn columns: " + why + "\n";
         return y;
     }
-    if (result->groundwaterSource == sbtn::ValueSource::Assumed)
-        y.notes += head + "SBTn: groundwater not stated: taken at depth 0\n";
-    // Without u2 the area ratio changes nothing (qt = qc), so nothing was assumed that matters.
-    const auto& u2 = gathered.readings.u2;
-    if (result->areaRatioSource == sbtn::ValueSource::Assumed &&
-        std::any_of(u2.begin(), u2.end(), [](const auto& v) { return v.has_value(); }))
-        y.notes += head + "SBTn: area ratio not stated: 0.8 assumed\n";
+    for (const std::string& line : sbtn::AssumedValues(*result)) y.notes += head + "SBTn: " + line + "\n";
     y.result = std::move(result);
     y.readings = std::make_shared<const sbtn::SbtnReadings>(std::move(gathered.readings));
     return y;

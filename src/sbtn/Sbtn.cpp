@@ -81,8 +81,11 @@ std::vector<double> ChooseAreaRatios(const SbtnReadings& readings, const SbtnOpt
             result.areaRatioSource = ValueSource::File;
         }
     }
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         if (i == 0 || ratios[i] != ratios[i - 1]) result.areaRatios.push_back({i, ratios[i]});
+        const bool stated = options.areaRatio || (i < readings.areaRatio.size() && readings.areaRatio[i]);
+        if (!stated && i < readings.u2.size() && readings.u2[i]) ++result.areaRatioAssumedWithU2;
+    }
     if (result.areaRatios.empty()) result.areaRatios.push_back({0, ratios.empty() ? DefaultAreaRatio : ratios[0]});
     return ratios;
 }
@@ -204,6 +207,19 @@ NormaliseOutcome Normalise(double qt, double fs, std::optional<double> u2, doubl
         n = next;
     }
     return {Invalid::NoConvergence, {}};
+}
+
+std::vector<std::string> AssumedValues(const SbtnResult& result)
+{
+    std::vector<std::string> lines;
+    if (result.groundwaterSource == ValueSource::Assumed) lines.push_back("groundwater not stated: taken at depth 0");
+    const std::string ratio = formats::ShortestText(DefaultAreaRatio);
+    if (result.areaRatioAssumedWithU2 > 0 && result.areaRatioSource == ValueSource::Assumed)
+        lines.push_back("area ratio not stated: " + ratio + " assumed");
+    else if (result.areaRatioAssumedWithU2 > 0)  // some pushes state one, others do not
+        lines.push_back("area ratio not stated for " + std::to_string(result.areaRatioAssumedWithU2) + " reading" +
+                        (result.areaRatioAssumedWithU2 == 1 ? "" : "s") + " with u2: " + ratio + " assumed");
+    return lines;
 }
 
 std::string CheckOptions(const SbtnOptions& options)

@@ -78,6 +78,7 @@ struct SbtnResult {
     ValueSource groundwaterSource = ValueSource::Assumed;
     std::vector<AreaRatioSpan> areaRatios;  // at least one
     ValueSource areaRatioSource = ValueSource::Assumed;
+    int areaRatioAssumedWithU2 = 0;  // readings with u2 whose a is the default: neither option nor file gave one
     double waterUnitWeight = DefaultWaterUnitWeight;
     ValueSource waterUnitWeightSource = ValueSource::Assumed;
     std::optional<double> unitWeight;       // the option's, else estimated reading by reading
@@ -106,6 +107,11 @@ std::string CheckOptions(const SbtnOptions& options);
 
 // One row per reading. The options are checked with CheckOptions first.
 SbtnResult ComputeSbtn(const SbtnReadings& readings, const SbtnOptions& options);
+
+// What was taken for want of a stated value, a sentence each ("groundwater not stated:
+// taken at depth 0"). The area ratio is named only where a reading with u2 took it:
+// without u2 it changes nothing.
+std::vector<std::string> AssumedValues(const SbtnResult& result);
 
 // The zone's name ("dense sand to gravelly sand").
 const char* ZoneName(int zone);
