@@ -7,7 +7,9 @@
 #include <optional>
 #include <cstring>
 #include <ostream>
+#include <semaphore>
 #include <thread>
+#include <utility>
 
 #include "cli/ImportJson.h"
 #include "formats/NumberText.h"
@@ -109,29 +111,52 @@ private:
     std::size_t used_ = 0;
 };
 
-// The rows of a long sounding are made in two halves, the second on another core into
-// a string that follows the first into the stream: the text is the same.
+// The rows of a long sounding are made in chunks, every other one on a second core
+// into one of two strings that take turns; each chunk reaches the stream in its
+// place, so the text is that of one core. The strings keep their room from chunk to
+// chunk: the text of the whole sounding (10 MB at 32,767 readings) is never held at
+// once, and its pages are not faulted in anew.
 template <class MakeRows>
-void InTwoHalves(std::ostream& out, std::size_t count, const MakeRows& make)
+void InChunks(std::ostream& out, std::size_t count, const MakeRows& make)
 {
     constexpr std::size_t SplitFrom = 8192;
+    constexpr std::size_t ChunkRows = 512;
     if (count < SplitFrom || std::thread::hardware_concurrency() < 2) {
         Buffer b(out);
         make(b, 0, count);
         return;
     }
-    const std::size_t half = count / 2;
-    std::string second;
-    second.reserve((count - half) * 400);  // more than a row takes: no copy as it grows
-    {
-        std::jthread other([&] {
-            Buffer b(second);
-            make(b, half, count);
-        });
-        Buffer b(out);
-        make(b, 0, half);
+    const std::size_t chunks = (count + ChunkRows - 1) / ChunkRows;
+    std::array<std::string, 2> texts;
+    std::array<std::binary_semaphore, 2> filled{std::binary_semaphore(0), std::binary_semaphore(0)};
+    std::array<std::binary_semaphore, 2> emptied{std::binary_semaphore(1), std::binary_semaphore(1)};
+    const auto rowsOf = [&](std::size_t chunk) {
+        return std::pair{chunk * ChunkRows, std::min(count, (chunk + 1) * ChunkRows)};
+    };
+    std::jthread other([&] {
+        for (std::size_t chunk = 1, turn = 0; chunk < chunks; chunk += 2, turn ^= 1) {
+            emptied[turn].acquire();
+            texts[turn].clear();
+            {
+                Buffer b(texts[turn]);
+                const auto [from, to] = rowsOf(chunk);
+                make(b, from, to);
+            }
+            filled[turn].release();
+        }
+    });
+    Buffer b(out);
+    for (std::size_t chunk = 0, turn = 0; chunk < chunks; ++chunk) {
+        const auto [from, to] = rowsOf(chunk);
+        if (chunk % 2 == 0) {
+            make(b, from, to);
+            continue;
+        }
+        filled[turn].acquire();
+        b.Text(texts[turn]);
+        emptied[turn].release();
+        turn ^= 1;
     }
-    out.write(second.data(), static_cast<std::streamsize>(second.size()));
 }
 
 void CsvRow(Buffer& b, const SbtnRow& r, std::string_view fileField)
@@ -152,7 +177,7 @@ void Csv(std::ostream& out, const SbtnResult& result, const std::string& file, C
     const bool withFile = layout == CsvLayout::ManyFiles;
     if (!withFile) out << SbtCsvHeader(false);
     const std::string fileField = withFile ? CsvField(file) + "," : std::string();
-    InTwoHalves(out, result.rows.size(), [&](Buffer& b, std::size_t from, std::size_t to) {
+    InChunks(out, result.rows.size(), [&](Buffer& b, std::size_t from, std::size_t to) {
         for (std::size_t i = from; i < to; ++i) CsvRow(b, result.rows[i], fileField);
     });
 }
@@ -229,7 +254,7 @@ void JsonRow(Buffer& b, const SbtnRow& r, bool first)
 void Json(std::ostream& out, const SbtnResult& result, const SbtFacts& facts)
 {
     out << "{\n" << JsonHeadOf(result, facts) << "  \"readings\": [";
-    InTwoHalves(out, result.rows.size(), [&](Buffer& b, std::size_t from, std::size_t to) {
+    InChunks(out, result.rows.size(), [&](Buffer& b, std::size_t from, std::size_t to) {
         for (std::size_t i = from; i < to; ++i) JsonRow(b, result.rows[i], i == 0);
     });
     out << (result.rows.empty() ? "]\n}\n" : "\n  ]\n}\n");
