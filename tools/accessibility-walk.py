@@ -3,8 +3,9 @@
 bus (AT-SPI), with the actions a screen reader offers ("Toggle", "Press", typing into
 a text field), on a real X server. Each road checks the exact texts the program
 shows on the way: window titles, messages, captions. Every press is answered at
-once, also one that opens a modal window: "  About" and "Help" are timed, on the
-main road and behind a load that never ends, and Print All on the main road.
+once, also one that opens a modal window or a menu: "  About" and "Help" are timed,
+on the main road and behind a load that never ends, Print All and the drop-down of
+"Classify Soil   " on the main road, and the OK that opens the cone factors screen.
 
     tools/accessibility-walk.sh [pemlo executable]
 
@@ -281,6 +282,14 @@ def main_road(program, sounding):
     menu_items = [a.name for a in walk(classify) if a.getRoleName() == "menu item"]
     check(menu_items == ["Pemlo & Korvu (1999) Method", "Robertson & Campanella (19**)", "Pemlo (19**)"],
           "the drop-down entries read exactly (%s)" % menu_items)
+    took = act(classify, "ShowMenu")
+    check(took < 0.5, "the drop-down of \"Classify Soil   \" opens after its press is answered (%.2f s)" % took)
+    # An entry that does nothing closes the menu and leaves the screen as it was.
+    entry = wait_for("the drop-down's entries", lambda: next(
+        (a for a in walk(classify) if a.getRoleName() == "menu item" and a.name == "Robertson & Campanella (19**)"
+         and showing(a)), None), 5)
+    act(entry, actions(entry)[0])
+    wait_for("the drop-down to close", lambda: not showing(entry), 5)
     act(classify, "Press")
     results_title = " Classification using: Korvu & Pemlo (1999) - File: " + sounding
     results = window(results_title)
@@ -318,7 +327,8 @@ def millivolts(program, data):
     load(open_file, data, ["SI Units", "m-MilliVolts"], " Data Import from Text File", " Total Number of Lines = 3")
     act(control(open_file, "Plot Cone Data", "push button"), "Press")
     titles = window_holding("Enter Project Information", "the project information screen")
-    act(control(titles, "OK", "push button"), "Press")
+    took = act(control(titles, "OK", "push button"), "Press")
+    check(took < 0.5, "the OK that opens the cone factors screen is answered at once (%.2f s)" % took)
     factors = window_holding("Cone Conversion Factors:", "the cone factors screen")
     check(factors.name == "", "the cone factors screen has no title (%r)" % factors.name)
     act(control(factors, "Continue", "push button"), "Press")

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QToolButton>
 
+#include "runtime/ui/AfterPress.h"
 #include "runtime/ui/RunTimeErrorReport.h"
 
 namespace pemlo {
@@ -42,7 +43,10 @@ public:
         if (action == pressAction()) {
             Button()->click();
         } else if (action == showMenuAction()) {
-            Button()->showMenu();
+            // The menu runs an event loop of its own until it closes: shown after
+            // the press has returned, as a modal window is.
+            QToolButton* button = Button();
+            AfterPress(button, [button] { button->showMenu(); });
         } else {
             QAccessibleWidget::doAction(action);
         }
@@ -87,6 +91,9 @@ QMenu* BuildDropDown(QToolButton* button, const std::vector<ToolMenuEntry>& entr
         QAction* action = menu->addAction(Literal(entry.caption));
         action->setObjectName(entry.key);
     }
+    // An entry pressed over the accessibility bus is triggered without the click that
+    // closes the menu for the mouse: it closes the menu as the click does.
+    QObject::connect(menu, &QMenu::triggered, menu, &QMenu::hide);
     return menu;
 }
 
