@@ -14,7 +14,8 @@ holders() {
          for (i = 2; i <= NF; i++) {
            if ($i ~ /^Copyright:/) { on = 1; sub(/^Copyright:[ \t]*/, "", $i) }
            else if ($i !~ /^[ \t]/) on = 0
-           if (on) { gsub(/^[ \t]+/, "", $i); if ($i != "") print " " $i }
+           # Some upstream lines repeat the word ("Copyright: Copyright 2020 ..."); the field says it once.
+           if (on) { gsub(/^[ \t]+/, "", $i); sub(/^Copyright[ \t]+/, "", $i); if ($i != "") print " " $i }
          }
          exit
        }' "$1"
