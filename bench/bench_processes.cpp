@@ -69,8 +69,10 @@ void Compare(const Pair& pair, int runs)
     for (int i = 0; i < runs; ++i) {
         const double ta = RunOnce(pair.a);
         const double tb = RunOnce(pair.b);
-        if (ta < 0 || tb < 0) {
-            std::printf("%-58s  a command failed\n", pair.what);
+        if (ta < 0 || tb < 0) {  // say which, so that it can be run by hand
+            std::string failed;
+            for (const std::string& word : ta < 0 ? pair.a : pair.b) failed += " " + word;
+            std::printf("%-58s  failed (exit status not 0):%s\n", pair.what, failed.c_str());
             return;
         }
         a.push_back(ta);
