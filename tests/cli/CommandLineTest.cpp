@@ -49,10 +49,12 @@ void WriteFixtures(const ScratchDir& scratch)
     // Hostile text: control characters in a GEF id, bytes that are no UTF-8 in a BRO id.
     std::ofstream(scratch.File("esc.gef"), std::ios::binary) << "#GEFID= 1,1,0\n#TESTID= A\x1B[31mB\x07\n#COLUMNINFO= 1, m, "
         "l, 1\n#COLUMNINFO= 2, MPa, qc, 2\n#COLUMNINFO= 3, MPa, fs, 3\n#EOH=\n1 1 0.01\n2 2 0.02\n";
-    std::ofstream(scratch.File("id.xml"), std::ios::binary)
-        << "<r><CPT_O><broId>X\xFF\xFEY\x1B</broId><cptResult><values>1,1,0.01;2,2,0.02</values></cptResult>"
-           "<parameters><localFriction>ja</localFriction><penetrationLength>ja</penetrationLength>"
-           "<coneResistance>ja</coneResistance></parameters></CPT_O></r>";
+    // ... a line end in another, and a file named to drive the terminal.
+    for (const auto& [name, id] : {std::pair{"id.xml", "X\xFF\xFEY\x1B"}, {"nl.xml", "A&#10;pemlo-cli: B"}})
+        std::ofstream(scratch.File(name), std::ios::binary)
+            << "<r><CPT_O><broId>" << id << "</broId><cptResult><values>1,1,0.01;2,2,0.02</values></cptResult>"
+               "<parameters><localFriction>ja</localFriction><penetrationLength>ja</penetrationLength>"
+               "<coneResistance>ja</coneResistance></parameters></CPT_O></r>";
     std::ofstream(scratch.File("pushes.ags"), std::ios::binary) << formats::test::ManyPushesAgs4(2000);
     for (const char* folder : {"adir", "taken/ten.csv"}) fs::create_directories(scratch.Path() / folder);
     fs::create_symlink("loop", scratch.Path() / "loop");
@@ -152,6 +154,8 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"a GEF id driving the terminal", {"readings", "esc.gef"}, 0, {"id A\\x1B[31mB\\x07,"}, {}},
         {"a BRO id that is no UTF-8 in JSON or on the terminal", {"readings", "id.xml", "--format", "json"}, 0,
          {"imported id.xml#X\\xFF\\xFEY\\x1B\n"}, {"\"id\": \"X\xEF\xBF\xBD\xEF\xBF\xBDY\\u001B\""}},
+        {"a line end in an id forging a line of the program", {"classify", "nl.xml", "--out-dir", "nl"}, 0,
+         {"warning: nl.xml#A\\x0Apemlo-cli: B: "}, {"nl.xml#A\\x0Apemlo-cli: B -> nl/nl#A_pemlo-cli__B.csv"}},
         {"the project fields or the water table not written",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--number", "P-17", "--gwt", "1.5", "--cone-no", "C10"}, 0,
          {}, {}, {"\"DATA\",\"P-17\"", "\"b155283\",\"b155283\",\"C10\",\"1.50\""}},
