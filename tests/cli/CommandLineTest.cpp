@@ -55,6 +55,7 @@ void WriteFixtures(const ScratchDir& scratch)
             << "<r><CPT_O><broId>" << id << "</broId><cptResult><values>1,1,0.01;2,2,0.02</values></cptResult>"
                "<parameters><localFriction>ja</localFriction><penetrationLength>ja</penetrationLength>"
                "<coneResistance>ja</coneResistance></parameters></CPT_O></r>";
+    fs::copy_file(scratch.File("esc.gef"), scratch.File("e\x1B[31m.gef"));
     std::ofstream(scratch.File("pushes.ags"), std::ios::binary) << formats::test::ManyPushesAgs4(2000);
     for (const char* folder : {"adir", "taken/ten.csv"}) fs::create_directories(scratch.Path() / folder);
     fs::create_symlink("loop", scratch.Path() / "loop");
@@ -148,6 +149,8 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"convert removing a directory", {"convert", "esc.gef", "-o", "adir"}, 2, {"adir is a directory"}, {}},
         {"convert writing over a device", {"convert", "esc.gef", "-o", "/dev/null"}, 2, {"/dev/null is a device"}, {}},
         {"--out-dir removing a folder named as a result", {"classify", "ten.txt", "--out-dir", "taken"}, 2, {"taken/ten.csv is a"}, {}},
+        {"--out-dir through a regular file called a write failure", {"classify", "ten.txt", "--out-dir", "two.txt/r"}, 2,
+         {"--out-dir: two.txt is not a directory"}, {}},
         {"results lost on a full disk without a word", {"classify", "ten.txt"}, 1,
          {"could not write the results to standard output: No space left on device"}, {}, {}, "/dev/full"},
         // Text from the files: escaped on the terminal, valid in JSON and in file names.
@@ -156,6 +159,7 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
          {"imported id.xml#X\\xFF\\xFEY\\x1B\n"}, {"\"id\": \"X\xEF\xBF\xBD\xEF\xBF\xBDY\\u001B\""}},
         {"a line end in an id forging a line of the program", {"classify", "nl.xml", "--out-dir", "nl"}, 0,
          {"warning: nl.xml#A\\x0Apemlo-cli: B: "}, {"nl.xml#A\\x0Apemlo-cli: B -> nl/nl#A_pemlo-cli__B.csv"}},
+        {"a summary driving the terminal", {"classify", "e\x1B[31m.gef", "--out-dir", "esc"}, 0, {}, {"-> esc/e\\x1B[31m.csv ("}},
         {"the project fields or the water table not written",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--number", "P-17", "--gwt", "1.5", "--cone-no", "C10"}, 0,
          {}, {}, {"\"DATA\",\"P-17\"", "\"b155283\",\"b155283\",\"C10\",\"1.50\""}},
