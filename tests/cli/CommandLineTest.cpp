@@ -151,6 +151,7 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"--out-dir removing a folder named as a result", {"classify", "ten.txt", "--out-dir", "taken"}, 2, {"taken/ten.csv is a"}, {}},
         {"--out-dir through a regular file called a write failure", {"classify", "ten.txt", "--out-dir", "two.txt/r"}, 2,
          {"--out-dir: two.txt is not a directory"}, {}},
+        {"a 255-byte name refused for its longer hidden name", {"convert", "esc.gef", "-o", std::string(251, 'n') + ".txt"}, 0, {}, {}},
         {"results lost on a full disk without a word", {"classify", "ten.txt"}, 1,
          {"could not write the results to standard output: No space left on device"}, {}, {}, "/dev/full"},
         // Text from the files: escaped on the terminal, valid in JSON and in file names.
