@@ -9,9 +9,11 @@
 
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <random>
 #include <sstream>
 
+#include "cli/RemovedOnSignal.h"
 #include "formats/SafeText.h"
 
 namespace pemlo::cli {
@@ -72,8 +74,8 @@ fs::path HiddenName(const fs::path& target, std::random_device& random)
 }
 
 // The file being written beside its target, created new (never through whatever
-// stands at its name: a planted link or file makes another name be tried), and
-// removed unless it was renamed into place.
+// stands at its name: a planted link or file makes another name be tried), removed
+// unless it was renamed into place, and removed too should a signal end the program.
 class FileBeside {
 public:
     explicit FileBeside(fs::path target) : target_(std::move(target)) {}
@@ -96,6 +98,7 @@ private:
     fs::path target_, beside_;
     int fd_ = -1;
     bool placed_ = false;
+    std::optional<RemovedOnSignal> guard_;
 };
 
 std::string FileBeside::Create()
@@ -107,7 +110,7 @@ std::string FileBeside::Create()
         const fs::path name = HiddenName(target_, random);
         fd_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
         if (fd_ < 0 && errno != EEXIST) return Why(errno);
-        if (fd_ >= 0) beside_ = name;
+        if (fd_ >= 0) beside_ = name, guard_.emplace(name.string());
     }
     if (fd_ < 0) return "no hidden name beside it was free";
     // The old file's mode.

@@ -1,6 +1,10 @@
 // The command line as a user meets it: pemlo-cli run on files, what it prints, the
 // files it writes and the status it ends with. One table for every command; each row
 // says what fault it would catch.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -11,6 +15,7 @@
 
 #include "CliRun.h"
 #include "cli/Inputs.h"
+#include "cli/RemovedOnSignal.h"
 #include "formats/HostileFiles.h"
 #include "formats/SafeText.h"
 #include "formats/TextDecoding.h"
@@ -234,6 +239,27 @@ TEST(CommandLine, WritesOneResultFilePerInputIntoTheOutputDirectory)
     const auto sounding = std::make_shared<const formats::ImportedSounding>(s);
     EXPECT_EQ(ResultStem({"d/x.ags#../B 1/2", "d/x.ags", formats::FileFormat::Ags4, sounding, {}}), "x#.._B_1_2");
     EXPECT_EQ(ResultStem({"d/x.gef", "d/x.gef", formats::FileFormat::Gef, sounding, {}}), "x");
+}
+
+// A hidden file being written by a process that a signal stops goes with it, and the
+// process still ends by that signal: a Ctrl-C, a timeout's TERM or a closed terminal
+// leaving the file behind, or ending the program some other way.
+TEST(CommandLine, LeavesNoHiddenFileWhenStoppedBySignal)
+{
+    const ScratchDir scratch;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        std::ofstream(scratch.File(".hidden")) << "half a file";
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const RemovedOnSignal guard(scratch.File(".hidden"));
+            std::raise(signal);
+            ::_exit(0);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(WIFSIGNALED(status) ? WTERMSIG(status) : -1, signal);
+        EXPECT_FALSE(fs::remove(scratch.Path() / ".hidden")) << "signal " << signal;
+    }
 }
 
 }  // namespace
