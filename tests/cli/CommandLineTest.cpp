@@ -148,6 +148,8 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"each push's row repeating all cones (226 MB)", {"ags", "pushes.ags", "-o", "out.ags"}, 0, {}, {}, {"\"T1999\",\"R01999xxx"}},
         {"a date that is no calendar day taken for LOCA_STAR",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--date", "2024-13-45"}, 2, {"not a calendar date"}, {}},
+        {"a time that is none dropped without a word", {"ags", b155283, "-o", "o.ags", "--date", "2024-12-31 25:99"}, 2, {"--date"}, {}},
+        {"a time not after a blank taken", {"ags", b155283, "-o", "o.ags", "--date", "2024-12-31T10:30"}, 2, {"--date"}, {}},
         {"a depth of nan taken", {"convert", mos, "--from", "nan"}, 2, {"--from: 'nan' is not a finite number"}, {}},
         // Output paths: only a regular file that is no input is written over.
         {"convert writing over its input", {"convert", "esc.gef", "-o", "esc.gef"}, 2, {"esc.gef is the input esc.gef"}, {}},
