@@ -15,6 +15,7 @@
 #include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
 #include "cli/YardstickOptions.h"
+#include "formats/SafeText.h"
 #include "profile/Ags4Export.h"
 #include "profile/Ags4Rules.h"
 
@@ -24,6 +25,24 @@ namespace {
 
 
 constexpr std::size_t FindingsShown = 5;
+
+// Two digits at `at` making a number up to `max`.
+bool TwoDigits(const std::string& text, std::size_t at, int max)
+{
+    const auto digit = [&](std::size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
+    return digit(at) && digit(at + 1) && (text[at] - '0') * 10 + (text[at + 1] - '0') <= max;
+}
+
+// yyyy-mm-dd, alone or with a time HH:MM or HH:MM:SS after one blank: a date followed
+// by anything else would lose the rest without a word.
+bool IsDateOption(const std::string& text)
+{
+    if (profile::CalendarDate(text).empty()) return false;
+    if (text.size() == 10) return true;
+    const bool minutes = (text.size() == 16 || text.size() == 19) && text[10] == ' ' && TwoDigits(text, 11, 23) &&
+                         text[13] == ':' && TwoDigits(text, 14, 59);
+    return minutes && (text.size() == 16 || (text[16] == ':' && TwoDigits(text, 17, 59)));
+}
 
 struct AgsState {
     RoadCommandOptions options;
@@ -122,7 +141,7 @@ int WriteChecked(const std::string& path, const std::string& text)
 {
     const auto findings = profile::CheckAgs4(text);
     if (!findings.empty()) {
-        std::string message = "pemlo-cli: " + path + " not written: the AGS4 text breaks a rule\n";
+        std::string message = "pemlo-cli: " + formats::TerminalField(path) + " not written: the AGS4 text breaks a rule\n";
         for (std::size_t i = 0; i < findings.size() && i < FindingsShown; ++i)
             message += "  " + profile::Describe(findings[i]) + "\n";
         if (findings.size() > FindingsShown)
@@ -171,7 +190,7 @@ int Run(AgsState& state)
         intervalSize = r->intervalSize;
     }
     if (soundings.empty()) {
-        WriteErr("pemlo-cli: " + state.out + " not written: no sounding went through\n");
+        WriteErr("pemlo-cli: " + formats::TerminalField(state.out) + " not written: no sounding went through\n");
         return exitCode;
     }
     const double minThickness = MinThicknessOf(state.minThickness, GraphSI);
@@ -179,7 +198,7 @@ int Run(AgsState& state)
                                         profile::MinIntervals(minThickness, intervalSize)};
     if (const int written = WriteChecked(state.out, profile::WriteAgs4(soundings, settings)); written != ExitOk)
         return written;
-    WriteOut(state.out + ": " + std::to_string(soundings.size()) + " of " + std::to_string(state.inputs.size()) +
+    WriteOut(formats::TerminalField(state.out) + ": " + std::to_string(soundings.size()) + " of " + std::to_string(state.inputs.size()) +
              " soundings, " + std::to_string(layers) + " layers (AGS 4.1)\n");
     return exitCode;
 }
@@ -204,12 +223,13 @@ void AddAgsCommand(CLI::App& app)
     command->add_option("--title", state->project.title, "Project title (PROJ_NAME)")->type_name("TEXT");
     command
         ->add_option("--date", state->project.date,
-                     "Date of the sounding for LOCA_STAR: a calendar date, yyyy-mm-dd (a time may follow after a "
-                     "blank); anything else is refused")
+                     "Date of the sounding for LOCA_STAR: a calendar date, yyyy-mm-dd, alone or followed by a "
+                     "blank and a time, HH:MM or HH:MM:SS; anything else is refused")
         ->check(CLI::Validator(
             [](std::string& text) -> std::string {
-                return profile::CalendarDate(text).empty() ? "'" + text + "' is not a calendar date yyyy-mm-dd"
-                                                           : std::string();
+                return IsDateOption(text) ? std::string()
+                                          : "'" + formats::TerminalField(text) +
+                                                "' is not a calendar date yyyy-mm-dd, with or without a time HH:MM[:SS]";
             },
             ""))
         ->type_name("yyyy-mm-dd");

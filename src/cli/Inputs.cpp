@@ -34,25 +34,25 @@ std::vector<Input> Expand(const std::string& argument, formats::DepthChoice dept
     std::string path = argument, wanted;
     const bool selects = SplitSoundingName(argument, path, wanted);
     formats::FileImport file = formats::ImportFile(path, depth);
-    const Input base{formats::TerminalText(path), path, file.format, nullptr, file.refusal};
+    const Input base{formats::TerminalField(path), path, file.format, nullptr, file.refusal};
     if (file.format == FileFormat::PlainAscii && file.refusal.empty()) {
         if (!selects) return {base};
-        return {{formats::TerminalText(argument), path, file.format, nullptr,
-                 "a plain ASCII cone data file holds one sounding; no " + wanted}};
+        return {{formats::TerminalField(argument), path, file.format, nullptr,
+                 "a plain ASCII cone data file holds one sounding; no " + formats::TerminalField(wanted)}};
     }
     if (!file.refusal.empty()) return {base};
     std::vector<Input> inputs;
     std::string ids;
     for (formats::ImportedSounding& s : file.soundings) {
-        ids += (ids.empty() ? "" : ", ") + s.id;
+        ids += (ids.empty() ? "" : ", ") + formats::TerminalField(s.id);
         if (selects && s.id != wanted) continue;
-        const std::string name = formats::TerminalText(IsContainer(file.format) ? path + "#" + s.id : path);
+        const std::string name = formats::TerminalField(IsContainer(file.format) ? path + "#" + s.id : path);
         inputs.push_back(
             {name, path, file.format, std::make_shared<const formats::ImportedSounding>(std::move(s)), {}});
     }
     if (inputs.empty())
-        return {{formats::TerminalText(argument), path, file.format, nullptr,
-                 "no sounding " + wanted + " in the file; it holds " + ids}};
+        return {{formats::TerminalField(argument), path, file.format, nullptr,
+                 "no sounding " + formats::TerminalField(wanted) + " in the file; it holds " + ids}};
     return inputs;
 }
 
@@ -68,7 +68,7 @@ std::vector<Input> ExpandInputs(const std::vector<std::string>& arguments, forma
                 perFile[i] = Expand(argument, depth);
             } catch (const std::exception& e) {  // the argument must not vanish from the inputs
                 const std::string why = std::string("unexpected failure: ") + e.what();
-                perFile[i] = {{formats::TerminalText(argument), argument, FileFormat::PlainAscii, nullptr, why}};
+                perFile[i] = {{formats::TerminalField(argument), argument, FileFormat::PlainAscii, nullptr, why}};
             }
             return FileOutcome{};
         },
@@ -98,7 +98,7 @@ std::string RecordLines(const Input& input)
     if (!input.sounding) return {};
     std::string lines;
     for (const std::string& line : formats::DescribeImport(*input.sounding))
-        lines += "  " + formats::TerminalText(line) + "\n";
+        lines += "  " + formats::TerminalField(line) + "\n";
     return lines;
 }
 

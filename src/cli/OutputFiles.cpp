@@ -6,6 +6,7 @@
 
 #include "cli/OutputPath.h"
 #include "cli/StandardStreams.h"
+#include "formats/SafeText.h"
 
 namespace pemlo::cli {
 
@@ -20,9 +21,28 @@ bool TallyFailure(const std::string& name, const FileOutcome& outcome, int& exit
     return true;
 }
 
+namespace {
+
+// The folder, or the nearest of its parents that exists, must be a folder: creating it
+// through a regular file could only fail.
+void CheckOutputDirectory(const std::string& outDir)
+{
+    std::error_code ec;
+    for (fs::path p = outDir; !p.empty(); p = p.parent_path()) {
+        const fs::file_status status = fs::status(p, ec);
+        if (fs::is_directory(status)) return;
+        if (fs::exists(status))
+            throw CLI::ValidationError("--out-dir", formats::TerminalField(p.string()) + " is not a directory");
+        if (p == p.parent_path()) return;
+    }
+}
+
+}  // namespace
+
 std::vector<fs::path> ResultPaths(const std::vector<Input>& inputs, const std::string& outDir,
                                   const std::string& extension)
 {
+    CheckOutputDirectory(outDir);
     std::vector<fs::path> targets;
     std::map<fs::path, std::string> taken;
     const auto key = [](const fs::path& p) {
@@ -35,13 +55,14 @@ std::vector<fs::path> ResultPaths(const std::vector<Input>& inputs, const std::s
         target += "." + extension;
         if (const auto it = taken.find(key(target)); it != taken.end())
             throw CLI::ValidationError("--out-dir", input.name + " and " + it->second + " would both be written to " +
-                                                        target.string());
+                                                        formats::TerminalField(target.string()));
         taken.emplace(key(target), input.name);
         targets.push_back(target);
     }
     for (const Input& input : inputs)
         if (const auto it = taken.find(key(input.path)); it != taken.end())
-            throw CLI::ValidationError("--out-dir", "the result of " + it->second + " would overwrite " + input.path);
+            throw CLI::ValidationError("--out-dir", "the result of " + it->second + " would overwrite " +
+                                                        formats::TerminalField(input.path));
     const std::vector<std::string> paths = PathsOf(inputs);
     for (const fs::path& target : targets) CheckOutputPath("--out-dir", target, paths);
     return targets;
@@ -52,7 +73,7 @@ bool CreateOutputDirectory(const std::string& outDir)
     std::error_code ec;
     fs::create_directories(outDir, ec);
     if (!ec) return true;
-    WriteErr("pemlo-cli: could not create " + outDir + ": " + ec.message() + "\n");
+    WriteErr("pemlo-cli: could not create " + formats::TerminalField(outDir) + ": " + ec.message() + "\n");
     return false;
 }
 
@@ -63,9 +84,13 @@ FileOutcome WriteResultFile(FileOutcome outcome, const Input& input, const fs::p
         if (outcome.write) outcome.write(out);
     });
     if (!failure.empty()) return Failed(ExitWriteFailed, failure, outcome.notes);
-    std::string summary =
-        input.name + " -> " + target.string() + " (" + std::to_string(outcome.rows) + " " + what + ")\n";
+    const std::string summary = SummaryLine(input.name, target, std::to_string(outcome.rows) + " " + what);
     return {ExitOk, TextOutput(summary + RecordLines(input)), {}, outcome.rows, outcome.notes};
+}
+
+std::string SummaryLine(const std::string& name, const fs::path& target, const std::string& what)
+{
+    return name + " -> " + formats::TerminalField(target.string()) + " (" + what + ")\n";
 }
 
 int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, const std::string& outDir,
@@ -84,7 +109,8 @@ int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, co
     RunInParallel(names, work, deliver, [&](std::size_t done, std::size_t total) { progress.Show(done, total); });
     progress.Clear();
     const std::size_t failed = names.size() - written;
-    WriteOut(std::to_string(written) + " of " + std::to_string(names.size()) + " files written to " + outDir +
+    WriteOut(std::to_string(written) + " of " + std::to_string(names.size()) + " files written to " +
+             formats::TerminalField(outDir) +
              (failed > 0 ? ", " + std::to_string(failed) + " failed\n" : "\n"));
     return exitCode;
 }

@@ -18,13 +18,18 @@ namespace pemlo::cli {
 bool TallyFailure(const std::string& name, const FileOutcome& outcome, int& exitCode);
 
 // The result file of every input: folder / ResultStem + "." + extension. Two inputs
-// that would write the same file, or a result that the output path rule (OutputPath.h)
-// forbids, are a wrong call (CLI::ValidationError).
+// that would write the same file, a folder that is something else (a regular file, say),
+// or a result that the output path rule (OutputPath.h) forbids, are a wrong call
+// (CLI::ValidationError).
 std::vector<std::filesystem::path> ResultPaths(const std::vector<Input>& inputs, const std::string& outDir,
                                                const std::string& extension);
 
 // Creates the folder; false (and a message) when it cannot.
 bool CreateOutputDirectory(const std::string& outDir);
+
+// A summary line "NAME -> TARGET (what)": the target, named after the input, escaped
+// as the input's name is (formats::TerminalField).
+std::string SummaryLine(const std::string& name, const std::filesystem::path& target, const std::string& what);
 
 // Writes a done outcome's output to the target (beside it, then renamed into place);
 // the outcome then holds the summary lines: "NAME -> TARGET (N what)" and the input's import record.

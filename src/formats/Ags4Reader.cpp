@@ -1,6 +1,7 @@
 #include "formats/Ags4Reader.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <set>
@@ -23,32 +24,54 @@ constexpr std::size_t MaxInfoRows = 100000;
 
 std::string At(long long line) { return "line " + std::to_string(line); }
 
+// The headings the reader uses. Each one's column is found once, when the HEADING
+// line is read: a group may name 10000 headings over a million rows, and a search
+// per row made the import take rows x headings.
+enum Heading {
+    LocaId, ProjId, ProjName, TranAgs, LocaStar, LocaNate, LocaNatn, LocaGref, LocaGl, LocaDatm,
+    ScpgTesn, ScpgRef, ScpgWat, ScpgCar, ScptDpth, ScptRes, ScptFres, ScptPwp2, HeadingCount
+};
+constexpr std::array<std::string_view, HeadingCount> HeadingNames = {
+    "LOCA_ID",   "PROJ_ID",   "PROJ_NAME", "TRAN_AGS", "LOCA_STAR", "LOCA_NATE", "LOCA_NATN", "LOCA_GREF", "LOCA_GL",
+    "LOCA_DATM", "SCPG_TESN", "SCPG_REF",  "SCPG_WAT", "SCPG_CAR",  "SCPT_DPTH", "SCPT_RES",  "SCPT_FRES", "SCPT_PWP2"};
+
 // The group being read: its name, headings and units.
 struct Group {
     std::string name;
     long long line = 0;
     std::vector<std::string> headings;
     std::vector<std::string> units;
+    std::array<int, HeadingCount> column = Absent();  // -1 where the group lacks the heading
 
-    int Index(std::string_view heading) const
+    static std::array<int, HeadingCount> Absent()
     {
-        for (std::size_t i = 0; i < headings.size(); ++i)
-            if (headings[i] == heading) return static_cast<int>(i);
-        return -1;
+        std::array<int, HeadingCount> none{};
+        none.fill(-1);
+        return none;
     }
+    // Where a heading repeats, its first column counts.
+    void SetHeadings(std::vector<std::string> names)
+    {
+        headings = std::move(names);
+        column = Absent();
+        for (std::size_t i = headings.size(); i-- > 0;)
+            for (std::size_t k = 0; k < HeadingCount; ++k)
+                if (headings[i] == HeadingNames[k]) column[k] = static_cast<int>(i);
+    }
+    int Index(Heading heading) const { return column[heading]; }
     // The row's value under a heading, empty where there is none.
-    std::string Value(const std::vector<std::string>& row, std::string_view heading) const
+    std::string Value(const std::vector<std::string>& row, Heading heading) const
     {
         const int i = Index(heading);
         return i >= 0 && static_cast<std::size_t>(i) < row.size() ? row[static_cast<std::size_t>(i)] : std::string();
     }
-    std::string Unit(std::string_view heading) const
+    std::string Unit(Heading heading) const
     {
         const int i = Index(heading);
         return i >= 0 && static_cast<std::size_t>(i) < units.size() ? units[static_cast<std::size_t>(i)] : std::string();
     }
     // The row's number under a heading, divided by `divisor`; empty where it is no number.
-    std::optional<double> Number(const std::vector<std::string>& row, std::string_view heading,
+    std::optional<double> Number(const std::vector<std::string>& row, Heading heading,
                                  std::optional<double> divisor = 1.0) const
     {
         double v = 0;
@@ -77,14 +100,14 @@ SiteLocation SiteOf(const Group& g, const std::vector<std::string>& row)
 {
     SiteLocation site;
     double x = 0, y = 0, level = 0;
-    if (ParseNumber(g.Value(row, "LOCA_NATE"), x) && ParseNumber(g.Value(row, "LOCA_NATN"), y)) {
+    if (ParseNumber(g.Value(row, LocaNate), x) && ParseNumber(g.Value(row, LocaNatn), y)) {
         site.x = x, site.y = y;
-        site.system = g.Value(row, "LOCA_GREF");
+        site.system = g.Value(row, LocaGref);
         if (site.system.empty()) site.system = "national grid";
     }
-    if (ParseNumber(g.Value(row, "LOCA_GL"), level)) {
+    if (ParseNumber(g.Value(row, LocaGl), level)) {
         site.level = level;
-        site.datum = g.Value(row, "LOCA_DATM");
+        site.datum = g.Value(row, LocaDatm);
         if (site.datum.empty()) site.datum = "national datum";
     }
     return site;
@@ -129,12 +152,14 @@ void Ags4Import::Line(const TextLine& line)
     const std::string descriptor = fields.front();
     fields.erase(fields.begin());
     if (descriptor == "GROUP") {
-        group_ = {fields.empty() ? std::string() : fields.front(), line.number, {}, {}};
+        group_ = Group{};
+        group_.name = fields.empty() ? std::string() : fields.front();
+        group_.line = line.number;
         if (group_.name == "SCPT" && scptLine_ != 0)
             Refuse(At(line.number) + ": a second SCPT group (the first begins on " + At(scptLine_) + ")");
         if (group_.name == "SCPT") scptLine_ = line.number;
     } else if (descriptor == "HEADING") {
-        group_.headings = std::move(fields);
+        group_.SetHeadings(std::move(fields));
     } else if (descriptor == "UNIT") {
         group_.units = std::move(fields);
     } else if (descriptor == "DATA") {
@@ -146,20 +171,20 @@ void Ags4Import::Data(const std::vector<std::string>& row, long long line)
 {
     const Group& g = group_;
     if (g.name == "PROJ" && projectId_.empty() && projectName_.empty()) {
-        projectId_ = g.Value(row, "PROJ_ID");
-        projectName_ = g.Value(row, "PROJ_NAME");
+        projectId_ = g.Value(row, ProjId);
+        projectName_ = g.Value(row, ProjName);
     } else if (g.name == "TRAN" && version_.empty()) {
-        version_ = g.Value(row, "TRAN_AGS");
+        version_ = g.Value(row, TranAgs);
     } else if (g.name == "LOCA" && startDate_.size() < MaxInfoRows) {
-        startDate_.emplace(g.Value(row, "LOCA_ID"), g.Value(row, "LOCA_STAR"));
-        sites_.emplace(g.Value(row, "LOCA_ID"), SiteOf(g, row));
+        startDate_.emplace(g.Value(row, LocaId), g.Value(row, LocaStar));
+        sites_.emplace(g.Value(row, LocaId), SiteOf(g, row));
     } else if (g.name == "SCPG" && pushInfo_.size() < MaxInfoRows) {
-        const std::string unit = g.Unit("SCPG_WAT");
-        const std::string water = g.Value(row, "SCPG_WAT");
-        pushInfo_.emplace(std::pair(g.Value(row, "LOCA_ID"), g.Value(row, "SCPG_TESN")),
-                          PushInfo{g.Value(row, "SCPG_REF"), water.empty() || unit.empty() ? water : water + " " + unit,
-                                   g.Number(row, "SCPG_WAT", FindDivisor(unit.empty() ? "m" : unit, Dimension::Length)),
-                                   g.Number(row, "SCPG_CAR")});
+        const std::string unit = g.Unit(ScpgWat);
+        const std::string water = g.Value(row, ScpgWat);
+        pushInfo_.emplace(std::pair(g.Value(row, LocaId), g.Value(row, ScpgTesn)),
+                          PushInfo{g.Value(row, ScpgRef), water.empty() || unit.empty() ? water : water + " " + unit,
+                                   g.Number(row, ScpgWat, FindDivisor(unit.empty() ? "m" : unit, Dimension::Length)),
+                                   g.Number(row, ScpgCar)});
     } else if (g.name == "SCPT") {
         if (!scptHasRows_) ScptColumns(line);
         scptHasRows_ = true;
@@ -171,29 +196,30 @@ void Ags4Import::ScptColumns(long long line)
 {
     if (depth_ == DepthChoice::Corrected)
         Refuse(At(group_.line) + ": the SCPT group holds no corrected depth, only SCPT_DPTH; use --depth penetration");
-    struct Wanted { const char* heading; const char* role; Dimension dimension; };
-    const Wanted wanted[] = {{"SCPT_DPTH", "depth", Dimension::Length},
-                             {"SCPT_RES", "qc", Dimension::Stress},
-                             {"SCPT_FRES", "fs", Dimension::Stress}};
-    scpt_[0] = group_.Index("LOCA_ID");
-    scpt_[1] = group_.Index("SCPG_TESN");
+    struct Wanted { Heading heading; const char* role; Dimension dimension; };
+    const Wanted wanted[] = {{ScptDpth, "depth", Dimension::Length},
+                             {ScptRes, "qc", Dimension::Stress},
+                             {ScptFres, "fs", Dimension::Stress}};
+    scpt_[0] = group_.Index(LocaId);
+    scpt_[1] = group_.Index(ScpgTesn);
     if (scpt_[0] < 0) Refuse(At(group_.line) + ": the SCPT group has no LOCA_ID heading");
     for (std::size_t k = 0; k < 3; ++k) {
         const int i = group_.Index(wanted[k].heading);
+        const std::string heading(HeadingNames[wanted[k].heading]);
         if (i < 0)
-            Refuse(std::string("no ") + wanted[k].role + " column: the SCPT group (" + At(group_.line) + ") has no " +
-                   wanted[k].heading + " heading");
+            Refuse(std::string("no ") + wanted[k].role + " column: the SCPT group (" + At(group_.line) + ") has no " + heading +
+                   " heading");
         if (static_cast<std::size_t>(i) >= group_.units.size())
-            Refuse(At(line) + ": the SCPT group has no UNIT row giving the unit of " + wanted[k].heading);
+            Refuse(At(line) + ": the SCPT group has no UNIT row giving the unit of " + heading);
         const std::string& unit = group_.units[static_cast<std::size_t>(i)];
         scpt_[k + 2] = i;
         uses_[k] = {
-            wanted[k].role, wanted[k].heading, unit,
-            UnitDivisor(unit, wanted[k].dimension, "the SCPT group (" + At(group_.line) + "): " + wanted[k].heading)};
+            wanted[k].role, heading, unit,
+            UnitDivisor(unit, wanted[k].dimension, "the SCPT group (" + At(group_.line) + "): " + heading)};
     }
     // u2, where the group has it; nothing about it refuses the file.
-    if (const int i = group_.Index("SCPT_PWP2"); i >= 0) {
-        const std::string unit = group_.Unit("SCPT_PWP2");
+    if (const int i = group_.Index(ScptPwp2); i >= 0) {
+        const std::string unit = group_.Unit(ScptPwp2);
         if (const auto divisor = FindDivisor(unit, Dimension::Stress)) {
             u2Index_ = i;
             u2Use_ = {"u2", "SCPT_PWP2", unit, *divisor};

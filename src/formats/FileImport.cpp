@@ -8,6 +8,7 @@
 #include "formats/BroXmlReader.h"
 #include "formats/FormatDetection.h"
 #include "formats/GefReader.h"
+#include "formats/SafeText.h"
 
 namespace pemlo::formats {
 
@@ -39,7 +40,7 @@ std::vector<ImportedSounding> Read(FileFormat format, std::string_view bytes, De
 
 void CheckHasReadings(const ImportedSounding& s)
 {
-    const std::string of = s.id.empty() ? std::string() : " of " + s.id;
+    const std::string of = s.id.empty() ? std::string() : " of " + TerminalField(s.id);
     if (s.record.rowsRead == 0) Refuse("no CPT data" + of + ": the file holds no data rows");
     if (s.record.kept == 0)
         Refuse("no CPT data" + of + ": every one of its " + std::to_string(s.record.rowsRead) +

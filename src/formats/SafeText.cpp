@@ -65,19 +65,23 @@ void AppendHex(std::string& out, std::string_view bytes)
     }
 }
 
-}  // namespace
-
-std::string TerminalText(std::string_view text)
+std::string Escaped(std::string_view text, bool keepLineEnds)
 {
     std::string out;
     out.reserve(text.size());
     EachCharacter(text, [&](std::string_view c, bool valid) {
-        if (valid && (c != "\n" && IsControl(c))) valid = false;
+        if (valid && IsControl(c) && !(keepLineEnds && c == "\n")) valid = false;
         if (valid) out += c;
         else AppendHex(out, c);
     });
     return out;
 }
+
+}  // namespace
+
+std::string TerminalField(std::string_view text) { return Escaped(text, false); }
+
+std::string TerminalText(std::string_view text) { return Escaped(text, true); }
 
 std::string JsonStringContent(std::string_view text)
 {

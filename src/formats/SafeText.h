@@ -9,8 +9,14 @@
 
 namespace pemlo::formats {
 
-// For standard error and output: control characters (C0 but the line end, DEL, C1)
-// and bytes that are no UTF-8 written as \xHH, so that a person sees they were there.
+// For a field of a file (a name, an id, a value) on its way into a message or a line
+// of standard output: control characters (C0, DEL, C1), the line end among them, and
+// bytes that are no UTF-8 written as \xHH, so that a person sees they were there and
+// no field can start a line that looks like the program's own.
+std::string TerminalField(std::string_view text);
+
+// For a whole message on standard error or output, its fields escaped already: the
+// same, but the message's own line ends kept.
 std::string TerminalText(std::string_view text);
 
 // For a JSON string's content (without its quotes): '"' and '\' escaped, control

@@ -166,8 +166,9 @@ std::string Quoted(std::string_view field)
 {
     constexpr std::size_t Shown = 40;
     std::string out = "'";
-    for (char c : CutText(field, Shown)) out += (static_cast<unsigned char>(c) < 0x20) ? '?' : c;
-    return out + (field.size() > Shown ? "...'" : "'");
+    out += TerminalField(CutText(field, Shown));
+    out += field.size() > Shown ? "...'" : "'";
+    return out;
 }
 
 }  // namespace pemlo::formats

@@ -55,7 +55,8 @@ std::string Lower(std::string_view s);
 // beyond double range.
 bool ParseNumber(std::string_view field, double& value);
 
-// A field for messages: quoted, cut at 40 bytes on a character boundary.
+// A field for messages: quoted, cut at 40 bytes on a character boundary, escaped as
+// TerminalField escapes it.
 std::string Quoted(std::string_view field);
 
 }  // namespace pemlo::formats

@@ -1,6 +1,10 @@
 // The command line as a user meets it: pemlo-cli run on files, what it prints, the
 // files it writes and the status it ends with. One table for every command; each row
 // says what fault it would catch.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -11,6 +15,7 @@
 
 #include "CliRun.h"
 #include "cli/Inputs.h"
+#include "cli/RemovedOnSignal.h"
 #include "formats/HostileFiles.h"
 #include "formats/SafeText.h"
 #include "formats/TextDecoding.h"
@@ -49,10 +54,13 @@ void WriteFixtures(const ScratchDir& scratch)
     // Hostile text: control characters in a GEF id, bytes that are no UTF-8 in a BRO id.
     std::ofstream(scratch.File("esc.gef"), std::ios::binary) << "#GEFID= 1,1,0\n#TESTID= A\x1B[31mB\x07\n#COLUMNINFO= 1, m, "
         "l, 1\n#COLUMNINFO= 2, MPa, qc, 2\n#COLUMNINFO= 3, MPa, fs, 3\n#EOH=\n1 1 0.01\n2 2 0.02\n";
-    std::ofstream(scratch.File("id.xml"), std::ios::binary)
-        << "<r><CPT_O><broId>X\xFF\xFEY\x1B</broId><cptResult><values>1,1,0.01;2,2,0.02</values></cptResult>"
-           "<parameters><localFriction>ja</localFriction><penetrationLength>ja</penetrationLength>"
-           "<coneResistance>ja</coneResistance></parameters></CPT_O></r>";
+    // ... a line end in another, and a file named to drive the terminal.
+    for (const auto& [name, id] : {std::pair{"id.xml", "X\xFF\xFEY\x1B"}, {"nl.xml", "A&#10;pemlo-cli: B"}})
+        std::ofstream(scratch.File(name), std::ios::binary)
+            << "<r><CPT_O><broId>" << id << "</broId><cptResult><values>1,1,0.01;2,2,0.02</values></cptResult>"
+               "<parameters><localFriction>ja</localFriction><penetrationLength>ja</penetrationLength>"
+               "<coneResistance>ja</coneResistance></parameters></CPT_O></r>";
+    fs::copy_file(scratch.File("esc.gef"), scratch.File("e\x1B[31m.gef"));
     std::ofstream(scratch.File("pushes.ags"), std::ios::binary) << formats::test::ManyPushesAgs4(2000);
     for (const char* folder : {"adir", "taken/ten.csv"}) fs::create_directories(scratch.Path() / folder);
     fs::create_symlink("loop", scratch.Path() / "loop");
@@ -140,18 +148,26 @@ TEST(CommandLine, DoesWhatItSaysWithTheRightStatus)
         {"each push's row repeating all cones (226 MB)", {"ags", "pushes.ags", "-o", "out.ags"}, 0, {}, {}, {"\"T1999\",\"R01999xxx"}},
         {"a date that is no calendar day taken for LOCA_STAR",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--date", "2024-13-45"}, 2, {"not a calendar date"}, {}},
+        {"a time that is none dropped without a word", {"ags", b155283, "-o", "o.ags", "--date", "2024-12-31 25:99"}, 2, {"--date"}, {}},
+        {"a time not after a blank taken", {"ags", b155283, "-o", "o.ags", "--date", "2024-12-31T10:30"}, 2, {"--date"}, {}},
         {"a depth of nan taken", {"convert", mos, "--from", "nan"}, 2, {"--from: 'nan' is not a finite number"}, {}},
         // Output paths: only a regular file that is no input is written over.
         {"convert writing over its input", {"convert", "esc.gef", "-o", "esc.gef"}, 2, {"esc.gef is the input esc.gef"}, {}},
         {"convert removing a directory", {"convert", "esc.gef", "-o", "adir"}, 2, {"adir is a directory"}, {}},
         {"convert writing over a device", {"convert", "esc.gef", "-o", "/dev/null"}, 2, {"/dev/null is a device"}, {}},
         {"--out-dir removing a folder named as a result", {"classify", "ten.txt", "--out-dir", "taken"}, 2, {"taken/ten.csv is a"}, {}},
+        {"--out-dir through a regular file called a write failure", {"classify", "ten.txt", "--out-dir", "two.txt/r"}, 2,
+         {"--out-dir: two.txt is not a directory"}, {}},
+        {"a 255-byte name refused for its longer hidden name", {"convert", "esc.gef", "-o", std::string(251, 'n') + ".txt"}, 0, {}, {}},
         {"results lost on a full disk without a word", {"classify", "ten.txt"}, 1,
          {"could not write the results to standard output: No space left on device"}, {}, {}, "/dev/full"},
         // Text from the files: escaped on the terminal, valid in JSON and in file names.
         {"a GEF id driving the terminal", {"readings", "esc.gef"}, 0, {"id A\\x1B[31mB\\x07,"}, {}},
         {"a BRO id that is no UTF-8 in JSON or on the terminal", {"readings", "id.xml", "--format", "json"}, 0,
          {"imported id.xml#X\\xFF\\xFEY\\x1B\n"}, {"\"id\": \"X\xEF\xBF\xBD\xEF\xBF\xBDY\\u001B\""}},
+        {"a line end in an id forging a line of the program", {"classify", "nl.xml", "--out-dir", "nl"}, 0,
+         {"warning: nl.xml#A\\x0Apemlo-cli: B: "}, {"nl.xml#A\\x0Apemlo-cli: B -> nl/nl#A_pemlo-cli__B.csv"}},
+        {"a summary driving the terminal", {"classify", "e\x1B[31m.gef", "--out-dir", "esc"}, 0, {}, {"-> esc/e\\x1B[31m.csv ("}},
         {"the project fields or the water table not written",
          {"ags", b155283, "--data-units", "si", "-o", "out.ags", "--number", "P-17", "--gwt", "1.5", "--cone-no", "C10"}, 0,
          {}, {}, {"\"DATA\",\"P-17\"", "\"b155283\",\"b155283\",\"C10\",\"1.50\""}},
@@ -231,6 +247,27 @@ TEST(CommandLine, WritesOneResultFilePerInputIntoTheOutputDirectory)
     const auto sounding = std::make_shared<const formats::ImportedSounding>(s);
     EXPECT_EQ(ResultStem({"d/x.ags#../B 1/2", "d/x.ags", formats::FileFormat::Ags4, sounding, {}}), "x#.._B_1_2");
     EXPECT_EQ(ResultStem({"d/x.gef", "d/x.gef", formats::FileFormat::Gef, sounding, {}}), "x");
+}
+
+// A hidden file being written by a process that a signal stops goes with it, and the
+// process still ends by that signal: a Ctrl-C, a timeout's TERM or a closed terminal
+// leaving the file behind, or ending the program some other way.
+TEST(CommandLine, LeavesNoHiddenFileWhenStoppedBySignal)
+{
+    const ScratchDir scratch;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        std::ofstream(scratch.File(".hidden")) << "half a file";
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const RemovedOnSignal guard(scratch.File(".hidden"));
+            std::raise(signal);
+            ::_exit(0);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(WIFSIGNALED(status) ? WTERMSIG(status) : -1, signal);
+        EXPECT_FALSE(fs::remove(scratch.Path() / ".hidden")) << "signal " << signal;
+    }
 }
 
 }  // namespace

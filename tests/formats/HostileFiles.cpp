@@ -15,6 +15,16 @@ std::string ManyPushesAgs4(int pushes)
     return scpg + "\r\n" + scpt;
 }
 
+std::string WideGroupAgs4(int headings, int rows)
+{
+    std::string ags = "\"GROUP\",\"SCPG\"\r\n\"HEADING\"";
+    for (int i = 0; i < headings - 4; ++i) ags += ",\"X" + std::to_string(i) + "\"";
+    ags += ",\"LOCA_ID\",\"SCPG_TESN\",\"SCPG_REF\",\"SCPG_WAT\"\r\n";
+    for (int i = 0; i < rows; ++i) ags += "\"DATA\"\r\n";
+    return ags + "\r\n\"GROUP\",\"SCPT\"\r\n\"HEADING\",\"LOCA_ID\",\"SCPT_DPTH\",\"SCPT_RES\",\"SCPT_FRES\"\r\n"
+                 "\"UNIT\",\"\",\"m\",\"MPa\",\"MPa\"\r\n\"DATA\",\"L\",\"1\",\"5\",\"0.05\"\r\n";
+}
+
 std::string ManyRootAttributesBroXml(int cpts, int attributes)
 {
     std::string xml = "<?xml version=\"1.0\"?>\n<r";

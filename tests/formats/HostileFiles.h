@@ -11,6 +11,10 @@ namespace pemlo::formats::test {
 // reference of its own 50 characters long (R00000xxx...).
 std::string ManyPushesAgs4(int pushes);
 
+// An AGS4 file whose SCPG group names `headings` headings, those the reader uses
+// last, over `rows` bare DATA rows, then one location of one reading.
+std::string WideGroupAgs4(int headings, int rows);
+
 // A BRO-XML document of `cpts` one-reading CPT objects under a root element that
 // carries `attributes` attributes before the namespace declaration of the objects.
 std::string ManyRootAttributesBroXml(int cpts, int attributes);

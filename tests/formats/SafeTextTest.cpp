@@ -17,16 +17,17 @@ TEST(SafeText, EscapesWhatWouldDriveTheTerminalOrBreakUtf8AndCutsOnACharacter)
         {"a C1 control (U+009B, a terminal's CSI) taken for a letter", "a\xC2\x9B" "b", "a\\xC2\\x9Bb", "a\\u009Bb", "a_b"},
         {"an overlong form or a surrogate taken for UTF-8", "\xC0\xAF\xED\xA0\x80", "\\xC0\\xAF\\xED\\xA0\\x80",
          "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "_____"},
-        {"a line end, tab, quote, backslash or letter beyond ASCII mangled", "S\xC3\xB6\n\t\"\\", "S\xC3\xB6\n\\x09\"\\",
-         "S\xC3\xB6\\n\\t\\\"\\\\", "S\xC3\xB6____"},
+        {"a line end forging a line, a tab, quote, backslash or letter beyond ASCII mangled", "S\xC3\xB6\n\t\"\\",
+         "S\xC3\xB6\\x0A\\x09\"\\", "S\xC3\xB6\\n\\t\\\"\\\\", "S\xC3\xB6____"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.catches);
-        EXPECT_EQ(TerminalText(c.text), c.terminal);
+        EXPECT_EQ(TerminalField(c.text), c.terminal);
         EXPECT_EQ(JsonStringContent(c.text), c.json);
         EXPECT_EQ(FileNamePart(c.text), c.fileName);
     }
     EXPECT_EQ(Quoted(std::string(39, 'a') + "\xC3\xB6z"), "'" + std::string(39, 'a') + "...'") << "half a letter left";
+    EXPECT_EQ(Quoted("a\x1B\n"), "'a\\x1B\\x0A'") << "a control character quoted as '?', not as \\xHH";
 }
 
 }  // namespace

@@ -186,8 +186,8 @@ int RunLog(const LogState& state, const log::LogOptions& options)
             const std::string bytes = log::DrawLogs({logs[i].get()}, options);
             const std::string error = bytes.empty() ? "the pages could not be drawn" : WritePdf(targets[i], bytes, paths);
             if (error.empty()) {
-                WriteOut(names[i] + " -> " + targets[i].string() + " (" +
-                         std::to_string(log::PageCount(*logs[i], options)) + " pages)\n");
+                WriteOut(SummaryLine(names[i], targets[i],
+                                     std::to_string(log::PageCount(*logs[i], options)) + " pages"));
                 ++written;
             } else {
                 TallyFailure(names[i], Failed(ExitWriteFailed, error), exitCode);

@@ -4,22 +4,29 @@
 // charts its Print command would hand over onto a PDF printer.
 #include "cli/ui/ReportCommand.h"
 
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <cerrno>
+#include <cstring>
 #include <exception>
-#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
 
 #include "cli/ExitCodes.h"
+#include "cli/OutputFiles.h"
 #include "cli/OutputPath.h"
 #include "cli/RoadCommandOptions.h"
 #include "cli/RunInput.h"
 #include "cli/StandardStreams.h"
 #include "core/Declarations.h"
 #include "core/ui/Screens.h"
+#include "formats/SafeText.h"
 #include "report/Module_output.h"
 #include "runtime/ui/Printer.h"
 #include "runtime/RunTimeError.h"
@@ -31,8 +38,6 @@
 namespace pemlo::cli {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct ReportState {
     RoadCommandOptions options;
@@ -95,12 +100,45 @@ private:
     std::string last_;
 };
 
-// Why the PDF printer failed, from Qt's last line.
+// Why the PDF printer failed. Qt's line is never quoted: the last one is as often
+// about something else (XDG_RUNTIME_DIR) as about the page.
 std::string PrinterFailure(const std::string& qtLine)
 {
-    if (qtLine.find("QPainter::begin") != std::string::npos) return "the PDF printer could not open the file";
-    return qtLine.empty() ? "the PDF printer stopped" : "the PDF printer stopped (" + qtLine + ")";
+    if (qtLine.find("QPainter::begin") != std::string::npos) return "the PDF printer could not start the page";
+    return "the PDF printer stopped";
 }
+
+// A file in memory for Qt's PDF printer, which opens its output by name and says
+// nothing when a write fails: the page is printed here whole, and its bytes then go
+// through the checked writer of every output (a full disk is found and said there).
+class MemoryFile {
+public:
+    MemoryFile() : fd_(::memfd_create("pemlo-report", MFD_CLOEXEC)) {}
+    ~MemoryFile()
+    {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    // Empty when the memory file could not be made.
+    std::string Path() const { return fd_ < 0 ? std::string() : "/proc/self/fd/" + std::to_string(fd_); }
+    std::string Bytes() const
+    {
+        struct stat info {};
+        if (fd_ < 0 || ::fstat(fd_, &info) != 0) return {};
+        std::string bytes(static_cast<std::size_t>(info.st_size), '\0');
+        for (std::size_t at = 0; at < bytes.size();) {
+            const ssize_t n = ::pread(fd_, bytes.data() + at, bytes.size() - at, static_cast<off_t>(at));
+            if (n <= 0) return {};
+            at += static_cast<std::size_t>(n);
+        }
+        return bytes;
+    }
+
+private:
+    int fd_;
+};
 
 // The screens draw with Qt: an application for the time of the command, offscreen
 // whatever the display. It must be gone before the program's own exit: Qt cannot
@@ -117,7 +155,7 @@ std::unique_ptr<QApplication> EnsureApplication()
 
 [[noreturn]] void Fail(const ReportState& state, const std::string& what, int exitCode)
 {
-    WriteErr("pemlo-cli: " + state.file + ": " + what + "\n");
+    WriteErr("pemlo-cli: " + formats::TerminalField(state.file) + ": " + what + "\n");
     throw CLI::RuntimeError(exitCode);
 }
 
@@ -136,13 +174,12 @@ ResultScreen& BuildView(ScreenId id)
     return dynamic_cast<ResultScreen&>(*screens.Get(id));
 }
 
-// A failed page is left beside the target, where FileBeside removes it.
-std::optional<PrintFailure> PrintView(const ReportState& state, const std::filesystem::path& pdfPath)
+std::optional<PrintFailure> PrintView(const ReportState& state, const std::string& pdfPath)
 {
     ResultScreen& view = BuildView(ViewScreen(state.view));
     std::optional<PrintFailure> failure;
     try {
-        auto printer = MakeQtPrinter(MakePdfQPrinter(QString::fromStdString(pdfPath.string()), state.dotsPerInch,
+        auto printer = MakeQtPrinter(MakePdfQPrinter(QString::fromStdString(pdfPath), state.dotsPerInch,
                                                      QString::fromStdString(state.paper)));
         failure = PrintReportOn(*printer, view.ChartsToPrint());
     } catch (const RunTimeError& e) {
@@ -182,26 +219,26 @@ void RunReport(const ReportState& state)
     d.GWT = project.gwt;
     d.ConeNo = project.coneNo;
 
-    // The page is printed beside the target and takes its place only when whole.
-    FileBeside pdf(state.pdf);
-    if (const std::string why = pdf.CanWrite(); !why.empty())
-        Fail(state, "could not write " + state.pdf + ": " + why, ExitWriteFailed);
+    const std::string pdf = formats::TerminalField(state.pdf);
+    const MemoryFile page;
+    if (page.Path().empty())
+        Fail(state, "could not write " + pdf + ": no memory file to print into: " + std::strerror(errno),
+             ExitWriteFailed);
     std::optional<PrintFailure> failure;
     try {
-        failure = PrintView(state, pdf.Path());
+        failure = PrintView(state, page.Path());
     } catch (const RunTimeError& e) {
         Screens::Instance().Reset();
         Fail(state, "Run-time error '" + std::to_string(e.Number()) + "': " + e.Message(), ExitRunTimeFailed);
     }
     if (failure)
-        Fail(state, "A Printing Error ....: could not write " + state.pdf + ": " + PrinterFailure(qt.Last()),
+        Fail(state, "A Printing Error ....: could not write " + pdf + ": " + PrinterFailure(qt.Last()),
              ExitWriteFailed);
-    std::error_code ec;
-    if (fs::file_size(pdf.Path(), ec) == 0 || ec)
-        Fail(state, "no page was printed to " + state.pdf + ": " + PrinterFailure(qt.Last()), ExitWriteFailed);
-    if (const std::string why = pdf.Place(); !why.empty())
-        Fail(state, "could not write " + state.pdf + ": " + why, ExitWriteFailed);
-    WriteOut(input.name + " -> " + state.pdf + " (" + CLI::detail::to_lower(state.view) + " report)\n");
+    const std::string bytes = page.Bytes();
+    if (bytes.empty()) Fail(state, "no page was printed to " + pdf + ": " + PrinterFailure(qt.Last()), ExitWriteFailed);
+    // Written as every output is: beside the target, renamed into place only when whole.
+    if (const std::string why = WriteOutputBytes(state.pdf, bytes); !why.empty()) Fail(state, why, ExitWriteFailed);
+    WriteOut(SummaryLine(input.name, state.pdf, CLI::detail::to_lower(state.view) + " report"));
 }
 
 }  // namespace
