@@ -31,7 +31,6 @@ double DeepestOf(const LogSounding& s)
 {
     double deepest = 0.0;
     for (const sbtn::SbtnRow& r : s.sbt.rows) deepest = std::max(deepest, r.depth);
-    for (const LogInterval& i : s.intervals) deepest = std::max(deepest, i.bottom);
     return deepest;
 }
 

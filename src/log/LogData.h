@@ -54,7 +54,9 @@ std::vector<LogLayer> LogLayers(const std::vector<profile::SoilLayer>& layers, d
 // the last; -1 without layers.
 int LayerIndexAt(const std::vector<LogLayer>& layers, double depth);
 
-// The deepest depth the log must show: the deepest reading or interval bottom.
+// Where the sounding ends: its deepest reading. The interval grid may run on below it
+// (its last intervals repeat the last reading), so the log's axis is sized from the
+// readings alone and the intervals and layers are drawn down to here.
 double DeepestOf(const LogSounding& s);
 
 }  // namespace pemlo::log

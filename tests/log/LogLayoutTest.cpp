@@ -104,6 +104,9 @@ TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
     };
     for (const auto& c : cases) EXPECT_EQ(LayerIndexAt(si, c.depth), c.layer) << c.fault;
     EXPECT_EQ(LayerIndexAt({}, 1.0), -1);
+    LogSounding s;
+    s.sbt = sbt, s.intervals = {{2.1, 2.2}, {2.2, 3.0}};
+    EXPECT_EQ(DeepestOf(s), 2.2) << "the interval grid running on below the last reading must not stretch the axis";
 }
 
 }  // namespace

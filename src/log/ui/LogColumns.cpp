@@ -78,10 +78,13 @@ void DrawZones(PagePainter& p, const Box& b, const DepthAxis& axis, const std::v
     }
 }
 
-void DrawSoil(PagePainter& p, const Box& b, const DepthAxis& axis, const std::vector<LogInterval>& intervals)
+// The intervals down to the end of the sounding: the grid runs on below the last reading.
+void DrawSoil(PagePainter& p, const Box& b, const DepthAxis& axis, const std::vector<LogInterval>& intervals,
+              double end)
 {
+    const double bottom = std::min(b.Bottom(), axis.Y(end));
     for (const LogInterval& in : intervals) {
-        const double y1 = std::max(axis.Y(in.top), b.top), y2 = std::min(axis.Y(in.bottom), b.Bottom());
+        const double y1 = std::max(axis.Y(in.top), b.top), y2 = std::min(axis.Y(in.bottom), bottom);
         if (y2 <= y1) continue;
         double x = b.left;
         for (const auto& [percent, soil] : {std::pair{in.sand, profile::Soil::Sand},
@@ -166,6 +169,7 @@ QString LayerLabel(const LogLayer& l)
 void DrawLogPage(PagePainter& p, const LogLayout& layout, const DepthAxis& axis, const LogSounding& s)
 {
     const double step = DepthStep(axis, 7.0);
+    const double end = DeepestOf(s);
     for (const Column& column : layout.columns) {
         const Box& b = column.box;
         switch (column.kind) {
@@ -178,11 +182,11 @@ void DrawLogPage(PagePainter& p, const LogLayout& layout, const DepthAxis& axis,
             DrawFrame(p, b, axis, step, QStringLiteral("SBTn zone"), nullptr, layout.headerTop);
             break;
         case ColumnKind::Soil:
-            DrawSoil(p, b, axis, s.intervals);
+            DrawSoil(p, b, axis, s.intervals, end);
             DrawFrame(p, b, axis, step, QStringLiteral("Sand, silt, clay (%)"), nullptr, layout.headerTop);
             break;
         case ColumnKind::Layers:
-            DrawLayers(p, b, axis, s.layers);
+            DrawLayers(p, b, axis, s.layers, end);
             p.Text({b.left, layout.headerTop, b.width, b.top - layout.headerTop - TickLabelHeight},
                    QStringLiteral("Layers"), TitlePoints, Qt::AlignHCenter | Qt::AlignBottom, true);
             break;

@@ -32,7 +32,8 @@ void DrawFrame(PagePainter& p, const Box& b, const DepthAxis& axis, double depth
 void DrawValueColumn(PagePainter& p, const Column& column, const DepthAxis& axis, double depthStep, double headerTop,
                      const LogSounding& s);
 
-// The layers as blocks in their soil's colour, each labelled.
-void DrawLayers(PagePainter& p, const Box& b, const DepthAxis& axis, const std::vector<LogLayer>& layers);
+// The layers as blocks in their soil's colour down to `end`, the deepest reading, each
+// labelled, and the end of the sounding marked on the page that shows it.
+void DrawLayers(PagePainter& p, const Box& b, const DepthAxis& axis, const std::vector<LogLayer>& layers, double end);
 
 }  // namespace pemlo::log

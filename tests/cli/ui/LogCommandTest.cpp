@@ -67,7 +67,8 @@ TEST(LogCommand, TitleBlockStatesWhatEachFormatStates)
          {"x 91931, y 438294 (EPSG:28992)", "-1.75 m NAP", "Sounding: CPT000000003688"}},
         {"AGS4 LOCA_NATE and LOCA_NATN, or the pushes' area ratios, not read",
          Formats + "/ags/borssele_WFS1-2A.ags", {},
-         {"x 502763.64, y 5732537.58 (national grid)", "Surface level: not stated", "0.5 to 0.75 (file: SCPG_CAR)"}},
+         {"x 502763.64, y 5732537.58 (national grid)", "Surface level: not stated", "0.5 to 0.75 (file: SCPG_CAR)",
+          "end of sounding 64.30 m"}},
         {"GEF u2 and area ratio not shown", Formats + "/gef/mos_inclination.gef", {},
          {"u2, u0 (kPa)", "0.8 (file: #MEASUREMENTVAR 3)", "Coordinates: x 79578.38, y 424838.97"}},
         {"the options not taken over the file's or the defaults",
@@ -133,6 +134,8 @@ TEST(LogCommand, PagesFollowTheScale)
         {"1:50 on letter is 9.72 m a page", {"--scale", "50"}, 4},
         {"a scale that fits the sounding takes one page", {"--scale", "200"}, 2},
         {"every sounding on pages of its own", {"--scale", "100", "--paper", "a4", sounding}, 6},
+        {"the axis sized by the interval grid's 74.36 m, not the last reading's 64.30 m (68 m a page)",
+         {"--scale", "350", Formats + "/ags/borssele_WFS1-2A.ags"}, 4},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fault);
