@@ -109,5 +109,22 @@ TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
     EXPECT_EQ(DeepestOf(s), 2.2) << "the interval grid running on below the last reading must not stretch the axis";
 }
 
+TEST(LogData, GapsAreWherePushesChangeOrTheStepFarExceedsTheUsual)
+{
+    const struct {
+        const char* fault;
+        std::vector<double> depths;
+        std::vector<int> pushes;
+        std::vector<std::size_t> gaps;
+    } cases[] = {
+        {"a step between pushes drawn across", {1.0, 1.02, 1.04, 2.36, 2.38, 2.4}, {}, {3}},
+        {"a step under 0.1 m taken for a gap", {0, 0.01, 0.02, 0.1, 0.11, 0.12}, {}, {}},
+        {"a fixed threshold: 0.5 m is no gap where readings are 0.2 m apart", {0, 0.2, 0.4, 0.9, 1.1, 1.3}, {}, {}},
+        {"a new push at the usual step not broken", {1.0, 1.02, 1.04, 1.06}, {0, 0, 1, 1}, {2}},
+        {"pushes that are not one per reading trusted", {1.0, 1.02, 1.04, 1.06}, {0, 1}, {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(GapsOf(c.depths, c.pushes), c.gaps) << c.fault;
+}
+
 }  // namespace
 }  // namespace pemlo::log

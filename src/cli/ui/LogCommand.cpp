@@ -117,7 +117,9 @@ FileOutcome GatherLog(const LogState& state, const Input& input, std::shared_ptr
     s->fields = TitleFields(state, input, *y.readings, s->sbt, minThickness, d.GraphUnits == GraphSI ? "m" : "ft");
     s->name = input.name;
     s->heading = input.sounding ? input.sounding->id : fs::path(input.path).stem().string();
-    for (const sbtn::SbtnRow& r : s->sbt.rows) s->hasU2 = s->hasU2 || r.u2.has_value();
+    std::vector<double> depths;
+    for (const sbtn::SbtnRow& r : s->sbt.rows) s->hasU2 = s->hasU2 || r.u2.has_value(), depths.push_back(r.depth);
+    s->gaps = log::GapsOf(depths, input.sounding ? input.sounding->readingPush : std::vector<int>{});
     out = std::move(s);
     return outcome;
 }

@@ -60,16 +60,18 @@ void DrawFrame(PagePainter& p, const Box& b, const DepthAxis& axis, double depth
 namespace {
 
 // Each reading's zone from midway to the reading above to midway to the one below;
-// neighbours of one zone are drawn as one band.
-void DrawZones(PagePainter& p, const Box& b, const DepthAxis& axis, const std::vector<SbtnRow>& rows)
+// neighbours of one zone are drawn as one band, which ends at the reading next to a gap.
+void DrawZones(PagePainter& p, const Box& b, const DepthAxis& axis, const LogSounding& s)
 {
+    const std::vector<SbtnRow>& rows = s.sbt.rows;
     const auto zoneOf = [&](std::size_t i) { return rows[i].invalid == Invalid::None ? rows[i].values.zone : 0; };
+    const auto joined = [&](std::size_t i) { return i > 0 && i < rows.size() && !GapBefore(s, i); };
     std::size_t i = 0;
     while (i < rows.size()) {
         std::size_t j = i;
-        while (j + 1 < rows.size() && zoneOf(j + 1) == zoneOf(i)) ++j;
-        const double top = i == 0 ? rows[i].depth : (rows[i - 1].depth + rows[i].depth) / 2;
-        const double bottom = j + 1 == rows.size() ? rows[j].depth : (rows[j].depth + rows[j + 1].depth) / 2;
+        while (joined(j + 1) && zoneOf(j + 1) == zoneOf(i)) ++j;
+        const double top = joined(i) ? (rows[i - 1].depth + rows[i].depth) / 2 : rows[i].depth;
+        const double bottom = joined(j + 1) ? (rows[j].depth + rows[j + 1].depth) / 2 : rows[j].depth;
         if (zoneOf(i) != 0) {
             const double y1 = std::max(axis.Y(top), b.top), y2 = std::min(axis.Y(bottom), b.Bottom());
             if (y2 > y1) p.Fill({b.left, y1, b.width, y2 - y1}, ZoneColour(zoneOf(i)));
@@ -177,7 +179,7 @@ void DrawLogPage(PagePainter& p, const LogLayout& layout, const DepthAxis& axis,
         case ColumnKind::Zone:
             p.Painter().save();
             p.Painter().setClipRect(p.R(b));
-            DrawZones(p, b, axis, s.sbt.rows);
+            DrawZones(p, b, axis, s);
             p.Painter().restore();
             DrawFrame(p, b, axis, step, QStringLiteral("SBTn zone"), nullptr, layout.headerTop);
             break;

@@ -36,9 +36,10 @@ struct ValueColumn {
 
 double X(const Box& b, const Ticks& t, double v) { return b.left + (v - t.low) / (t.high - t.low) * b.width; }
 
-// The readings of a trace as lines, broken where a reading has no value.
-void DrawTrace(PagePainter& p, const Box& b, const Ticks& t, const DepthAxis& axis,
-               const std::vector<SbtnRow>& rows, const Trace& trace)
+// The readings of a trace as lines, broken where a reading has no value and at the
+// sounding's gaps.
+void DrawTrace(PagePainter& p, const Box& b, const Ticks& t, const DepthAxis& axis, const LogSounding& s,
+               const Trace& trace)
 {
     QPen pen(trace.colour, p.U(TraceWidth), trace.style, Qt::FlatCap, Qt::RoundJoin);
     p.Painter().setPen(pen);
@@ -47,13 +48,11 @@ void DrawTrace(PagePainter& p, const Box& b, const Ticks& t, const DepthAxis& ax
         if (run.size() > 1) p.Painter().drawPolyline(run);
         run.clear();
     };
-    for (const SbtnRow& r : rows) {
+    for (std::size_t i = 0; i < s.sbt.rows.size(); ++i) {
+        const SbtnRow& r = s.sbt.rows[i];
         const std::optional<double> v = trace.value(r);
-        if (!v || !std::isfinite(*v)) {
-            flush();
-            continue;
-        }
-        run << p.P(X(b, t, std::clamp(*v, t.low, t.high)), axis.Y(r.depth));
+        if (GapBefore(s, i) || !v || !std::isfinite(*v)) flush();
+        if (v && std::isfinite(*v)) run << p.P(X(b, t, std::clamp(*v, t.low, t.high)), axis.Y(r.depth));
     }
     flush();
 }
@@ -134,7 +133,7 @@ void DrawValueColumn(PagePainter& p, const Column& column, const DepthAxis& axis
     p.Painter().save();
     p.Painter().setClipRect(p.R(b));
     if (column.kind == ColumnKind::Ic) DrawIcBoundaries(p, b, c.ticks);
-    for (const Trace& t : c.traces) DrawTrace(p, b, c.ticks, axis, s.sbt.rows, t);
+    for (const Trace& t : c.traces) DrawTrace(p, b, c.ticks, axis, s, t);
     p.Painter().restore();
 }
 
