@@ -70,6 +70,20 @@ LogLayout MakeLayout(Paper paper, bool withPorePressure, double deepest, int sca
     return layout;
 }
 
+std::vector<Point> FlowIntoColumns(const std::vector<Box>& boxes, double columnWidth, double rowHeight,
+                                   std::size_t count)
+{
+    std::vector<Point> at;
+    for (const Box& b : boxes) {
+        const auto columns = static_cast<int>(std::floor(b.width / columnWidth + 1e-9));
+        const auto rows = static_cast<int>(std::floor(b.height / rowHeight + 1e-9));
+        for (int c = 0; c < columns; ++c)
+            for (int r = 0; r < rows && at.size() < count; ++r)
+                at.push_back({b.left + c * columnWidth, b.top + r * rowHeight});
+    }
+    return at;
+}
+
 Ticks RoundTicks(double low, double high, int maxTicks)
 {
     if (!(high > low)) high = low + 1.0;

@@ -48,6 +48,17 @@ struct LogLayout {
     std::vector<DepthAxis> pages;  // one per log page, in order
 };
 
+struct Point {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+// Where the entries of a list go when it flows down columns `columnWidth` wide, one
+// entry `rowHeight` high, through the boxes in turn: the top left of each entry that
+// fits, in order; fewer than `count` where they do not all fit.
+std::vector<Point> FlowIntoColumns(const std::vector<Box>& boxes, double columnWidth, double rowHeight,
+                                   std::size_t count);
+
 // The page, in millimetres.
 Box PageOf(Paper paper);
 

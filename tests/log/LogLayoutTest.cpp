@@ -75,6 +75,27 @@ TEST(LogLayout, RoundTicksCoverTheDataInWholeSteps)
     EXPECT_EQ(TickText(-0.0, 1), "0") << "a label -0";
 }
 
+TEST(LogLayout, ListsFlowDownColumnsThroughTheBoxesInTurn)
+{
+    // Beside a chart one column of 10 rows; below it 4 columns of 6.
+    const std::vector<Box> boxes{{100, 50, 50, 30}, {10, 200, 190, 20}};
+    const struct {
+        const char* fault;
+        std::size_t count, placed, entry;
+        Point at;
+    } cases[] = {
+        {"a list longer than the first box lost or drawn past it", 12, 12, 10, {10, 200}},
+        {"a second column in a box too narrow for it", 11, 11, 9, {100, 77}},
+        {"entries past the last box drawn off it", 40, 34, 33, {145, 215}},
+    };
+    for (const auto& c : cases) {
+        const std::vector<Point> at = FlowIntoColumns(boxes, 45, 3, c.count);
+        ASSERT_EQ(at.size(), c.placed) << c.fault;
+        EXPECT_NEAR(at[c.entry].x, c.at.x, 1e-9) << c.fault;
+        EXPECT_NEAR(at[c.entry].y, c.at.y, 1e-9) << c.fault;
+    }
+}
+
 TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
 {
     sbtn::SbtnResult sbt;

@@ -42,15 +42,59 @@ int Pages(const std::string& pdf, const ScratchDir& scratch)
     return at == std::string::npos ? -1 : std::stoi(info.substr(at + 6));
 }
 
-// The text of a PDF with its line breaks turned to blanks.
-std::string PdfText(const std::string& pdf, const ScratchDir& scratch)
+// The text of a PDF (or of one page) with its line breaks turned to blanks.
+std::string PdfText(const std::string& pdf, const ScratchDir& scratch, int page = 0)
 {
-    std::string text = Output("pdftotext -layout '" + pdf + "' -", scratch);
+    const std::string pages = page > 0 ? " -f " + std::to_string(page) + " -l " + std::to_string(page) : "";
+    std::string text = Output("pdftotext -layout" + pages + " '" + pdf + "' -", scratch);
     for (char& c : text) c = c == '\n' ? ' ' : c;
     return text;
 }
 
-TEST(LogCommand, TitleBlockStatesWhatEachFormatStates)
+struct Word {
+    std::string text;
+    double xMin, yMin, xMax, yMax;  // points from the page's top left
+};
+
+std::vector<Word> Words(const std::string& pdf, int page, const ScratchDir& scratch)
+{
+    const std::string p = std::to_string(page);
+    std::istringstream boxes(Output("pdftotext -bbox -f " + p + " -l " + p + " '" + pdf + "' -", scratch));
+    const auto attribute = [](const std::string& line, const char* name) {
+        return std::stod(line.substr(line.find(name) + std::string(name).size() + 2));
+    };
+    std::vector<Word> words;
+    for (std::string line; std::getline(boxes, line);)
+        if (line.find("<word ") != std::string::npos)
+            words.push_back({line.substr(line.find('>') + 1, line.find("</word>") - line.find('>') - 1),
+                             attribute(line, "xMin"), attribute(line, "yMin"), attribute(line, "xMax"),
+                             attribute(line, "yMax")});
+    return words;
+}
+
+// Below the title block every word is set in 6 points or more (its box about 1.12
+// times that), stays on the page and overlaps no other.
+void ExpectLegible(const std::vector<Word>& words, const log::LogLayout& layout)
+{
+    constexpr double PointsPerMm = 72 / 25.4;
+    std::vector<Word> below;
+    for (const Word& w : words)
+        if (w.yMin > layout.titleBlock.Bottom() * PointsPerMm) below.push_back(w);
+    for (std::size_t i = 0; i < below.size(); ++i) {
+        const Word& a = below[i];
+        EXPECT_GE(a.yMax - a.yMin, 6.6) << a.text;
+        EXPECT_TRUE(a.xMin >= 0 && a.xMax <= layout.pageWidth * PointsPerMm && a.yMax <= layout.pageHeight * PointsPerMm)
+            << a.text;
+        for (std::size_t j = i + 1; j < below.size(); ++j) {
+            const Word& b = below[j];
+            EXPECT_FALSE(std::min(a.xMax, b.xMax) - std::max(a.xMin, b.xMin) > 0.5 &&
+                         std::min(a.yMax, b.yMax) - std::max(a.yMin, b.yMin) > 0.5)
+                << a.text << " overlaps " << b.text;
+        }
+    }
+}
+
+TEST(LogCommand, TitleBlockAndChartStateWhatEachInputGives)
 {
     ScratchDir scratch;
     if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
@@ -76,6 +120,9 @@ TEST(LogCommand, TitleBlockStatesWhatEachFormatStates)
          {"--data-units", "si", "--gwt", "1.5", "--unit-weight", "19", "--min-thickness", "1", "--number", "P-17"},
          {"Project number: P-17", "Groundwater: 1.5 m (option)", "19 kN/m3 (option)", "Min. layer thickness: 1 m",
           "Coordinates: not stated", "0.8 (assumed)"}},
+        {"readings beyond the chart's edges left out unsaid (Fr over 10 %)", Soundings + "/pg_n0425.txt",
+         {"--data-units", "si"},
+         {"1034 valid readings of 1039; 270 beyond the chart's edges, drawn open on the edge"}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fault);
@@ -88,21 +135,24 @@ TEST(LogCommand, TitleBlockStatesWhatEachFormatStates)
     }
 }
 
-TEST(LogCommand, LayersOnThePageAreThoseOfTheLayersCommand)
+TEST(LogCommand, LayersOnTheLogAndChartPagesAreThoseOfTheLayersCommand)
 {
     ScratchDir scratch;
     if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
     const std::string pdf = scratch.File("log.pdf");
+    const std::string gef = Formats + "/gef/bro_CPT000000003688.gef";
     for (const std::vector<std::string>& options :
-         {std::vector<std::string>{}, {"--min-thickness", "2"}, {"--min-thickness", "0.1"}}) {
-        std::vector<std::string> log{"log", Formats + "/gef/bro_CPT000000003688.gef", "--pdf", pdf};
-        std::vector<std::string> layers{"layers", Formats + "/gef/bro_CPT000000003688.gef"};
+         {std::vector<std::string>{gef}, {gef, "--min-thickness", "2"},
+          // 49 layers: a legend that once shrank to 3.7 points with its markers touching
+          {Soundings + "/bwfs12.txt", "--data-units", "si", "--min-thickness", "0.1"}}) {
+        std::vector<std::string> log{"log", "--pdf", pdf};
+        std::vector<std::string> layers{"layers"};
         log.insert(log.end(), options.begin(), options.end());
         layers.insert(layers.end(), options.begin(), options.end());
         ASSERT_EQ(RunCli(log, scratch).exitCode, 0);
         const CliRun csv = RunCli(layers, scratch);
         ASSERT_EQ(csv.exitCode, 0);
-        const std::string text = PdfText(pdf, scratch);
+        const std::string logPage = PdfText(pdf, scratch, 1), chart = PdfText(pdf, scratch, 2);
         const auto rows = Lines(csv.out);
         ASSERT_GT(rows.size(), 2u);
         for (std::size_t i = 1; i < rows.size(); ++i) {
@@ -110,11 +160,14 @@ TEST(LogCommand, LayersOnThePageAreThoseOfTheLayersCommand)
             std::string number, top, bottom, thickness, soil;
             std::getline(row, number, ','), std::getline(row, top, ','), std::getline(row, bottom, ',');
             std::getline(row, thickness, ','), std::getline(row, soil, ',');
+            const double from = std::stod(top) < 0.005 ? 0.0 : std::stod(top);  // the page reads -0.0001 as 0.00
             char label[96];
             std::snprintf(label, sizeof label, "%s %s %.2f\xE2\x80\x93%.2f m, zone", number.c_str(), soil.c_str(),
-                          std::stod(top), std::stod(bottom));
-            EXPECT_NE(text.find(label), std::string::npos) << label;
+                          from, std::stod(bottom));
+            EXPECT_NE(logPage.find(label), std::string::npos) << label;
+            EXPECT_NE(chart.find(label), std::string::npos) << "the chart's legend: " << label;
         }
+        ExpectLegible(Words(pdf, 2, scratch), log::MakeLayout(log::Paper::Letter, false, 1.0, 0));
     }
 }
 
