@@ -39,6 +39,16 @@ double PagePainter::TextWidth(const QString& text, double points, bool bold) con
     return QFontMetricsF(LogFont(points, bold), painter_.device()).horizontalAdvance(text) / unit_;
 }
 
+double PagePainter::LineSpacing(double points, bool bold) const
+{
+    return QFontMetricsF(LogFont(points, bold), painter_.device()).lineSpacing() / unit_;
+}
+
+QString PagePainter::Elided(const QString& text, double points, bool bold, double width) const
+{
+    return QFontMetricsF(LogFont(points, bold), painter_.device()).elidedText(text, Qt::ElideRight, U(width));
+}
+
 QFont LogFont(double points, bool bold)
 {
     QFont font(QStringLiteral("Arial"));

@@ -32,6 +32,10 @@ public:
               const QColor& colour = Qt::black);
     // The width of a text in millimetres.
     double TextWidth(const QString& text, double points, bool bold = false) const;
+    // The distance from one line of text to the next, in millimetres.
+    double LineSpacing(double points, bool bold = false) const;
+    // The text cut short with an ellipsis to fit the width (mm); as it is where it fits.
+    QString Elided(const QString& text, double points, bool bold, double width) const;
 
 private:
     QPainter& painter_;

@@ -72,17 +72,17 @@ std::vector<Word> Words(const std::string& pdf, int page, const ScratchDir& scra
     return words;
 }
 
-// Below the title block every word is set in 6 points or more (its box about 1.12
-// times that), stays on the page and overlaps no other.
-void ExpectLegible(const std::vector<Word>& words, const log::LogLayout& layout)
+// Every word below `from` (mm) is set in `points` or more (its box about 1.12 times
+// that), stays on the page and overlaps no other.
+void ExpectLegible(const std::vector<Word>& words, const log::LogLayout& layout, double points, double from)
 {
     constexpr double PointsPerMm = 72 / 25.4;
     std::vector<Word> below;
     for (const Word& w : words)
-        if (w.yMin > layout.titleBlock.Bottom() * PointsPerMm) below.push_back(w);
+        if (w.yMin > from * PointsPerMm) below.push_back(w);
     for (std::size_t i = 0; i < below.size(); ++i) {
         const Word& a = below[i];
-        EXPECT_GE(a.yMax - a.yMin, 6.6) << a.text;
+        EXPECT_GE(a.yMax - a.yMin, 1.1 * points) << a.text;
         EXPECT_TRUE(a.xMin >= 0 && a.xMax <= layout.pageWidth * PointsPerMm && a.yMax <= layout.pageHeight * PointsPerMm)
             << a.text;
         for (std::size_t j = i + 1; j < below.size(); ++j) {
@@ -99,6 +99,8 @@ TEST(LogCommand, TitleBlockAndChartStateWhatEachInputGives)
     ScratchDir scratch;
     if (!CanRun(scratch)) GTEST_SKIP() << "no real files, poppler-utils or drawing helper";
     const std::string pdf = scratch.File("log.pdf");
+    const std::string longName = scratch.File("Northern_junction_widening_scheme_CPT_14_west_embankment_rev2.txt");
+    std::filesystem::copy_file(Soundings + "/b003688.txt", longName);
     const struct {
         const char* fault;
         std::string file;
@@ -112,14 +114,15 @@ TEST(LogCommand, TitleBlockAndChartStateWhatEachInputGives)
         {"AGS4 LOCA_NATE and LOCA_NATN, or the pushes' area ratios, not read",
          Formats + "/ags/borssele_WFS1-2A.ags", {},
          {"x 502763.64, y 5732537.58 (national grid)", "Surface level: not stated", "0.5 to 0.75 (file: SCPG_CAR)",
-          "end of sounding 64.30 m"}},
+          "end of sounding 64.30 m", "SECTOR, NORTH SEA"}},
         {"GEF u2 and area ratio not shown", Formats + "/gef/mos_inclination.gef", {},
          {"u2, u0 (kPa)", "0.8 (file: #MEASUREMENTVAR 3)", "Coordinates: x 79578.38, y 424838.97"}},
-        {"the options not taken over the file's or the defaults",
-         Soundings + "/b003688.txt",
-         {"--data-units", "si", "--gwt", "1.5", "--unit-weight", "19", "--min-thickness", "1", "--number", "P-17"},
+        {"the options not taken over the file's or the defaults; long fields cut off or run into others",
+         longName,
+         {"--data-units", "si", "--gwt", "1.5", "--unit-weight", "19", "--min-thickness", "1", "--number", "P-17",
+          "--title", "Northern junction widening scheme, west embankment line C, second revision"},
          {"Project number: P-17", "Groundwater: 1.5 m (option)", "19 kN/m3 (option)", "Min. layer thickness: 1 m",
-          "Coordinates: not stated", "0.8 (assumed)"}},
+          "Coordinates: not stated", "0.8 (assumed)", "second revision", "Page 1 of 2"}},
         {"readings beyond the chart's edges left out unsaid (Fr over 10 %)", Soundings + "/pg_n0425.txt",
          {"--data-units", "si"},
          {"1034 valid readings of 1039; 270 beyond the chart's edges, drawn open on the edge"}},
@@ -132,6 +135,7 @@ TEST(LogCommand, TitleBlockAndChartStateWhatEachInputGives)
         ASSERT_EQ(run.exitCode, 0) << run.err;
         const std::string text = PdfText(pdf, scratch);
         for (const std::string& expected : c.texts) EXPECT_NE(text.find(expected), std::string::npos) << expected;
+        ExpectLegible(Words(pdf, 1, scratch), log::MakeLayout(log::Paper::Letter, false, 1.0, 0), 4.5, 0.0);
     }
 }
 
@@ -167,7 +171,8 @@ TEST(LogCommand, LayersOnTheLogAndChartPagesAreThoseOfTheLayersCommand)
             EXPECT_NE(logPage.find(label), std::string::npos) << label;
             EXPECT_NE(chart.find(label), std::string::npos) << "the chart's legend: " << label;
         }
-        ExpectLegible(Words(pdf, 2, scratch), log::MakeLayout(log::Paper::Letter, false, 1.0, 0));
+        const log::LogLayout letter = log::MakeLayout(log::Paper::Letter, false, 1.0, 0);
+        ExpectLegible(Words(pdf, 2, scratch), letter, 6.0, letter.titleBlock.Bottom());
     }
 }
 
