@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numeric>
 
 #include "log/LogData.h"
 #include "log/LogLayout.h"
@@ -73,6 +74,36 @@ TEST(LogLayout, RoundTicksCoverTheDataInWholeSteps)
         EXPECT_LE(std::lround((t.high - t.low) / t.step), c.most);
     }
     EXPECT_EQ(TickText(-0.0, 1), "0") << "a label -0";
+}
+
+TEST(LogLayout, AxisLabelsShowZeroAndBothEnds)
+{
+    // About 6 point Arial: 1.18 mm a digit, 0.7 mm a minus sign.
+    const LabelWidth width = [](const std::string& text) {
+        return std::accumulate(text.begin(), text.end(), 0.0, [](double w, char c) { return w + (c == '-' ? 0.7 : 1.18); });
+    };
+    const struct {
+        const char* fault;
+        double low, high;
+        int most;
+        double mm, axisLow, axisHigh;
+        std::vector<double> labels;
+    } cases[] = {
+        {"fs to 2509 kPa: the axis end 3000 unlabelled", 0, 2509, 3, 17.6, 0, 3000, {0, 3000}},
+        {"u2 from -291 kPa: 0 unlabelled beside -1000", -291, 2072, 3, 18.7, -2000, 3000, {-2000, 0, 3000}},
+        {"u2 from -62 kPa: the negative end widened past what its label needs", -62, 539, 3, 18.7, -500, 750,
+         {-500, 0, 750}},
+        {"qc to 23.7 MPa: an axis whose labels all fit changed", 0, 23.7, 4, 24.9, 0, 30, {0, 10, 20, 30}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        const Ticks t = AxisTicks(c.low, c.high, c.most, c.mm, width, 1.0);
+        EXPECT_NEAR(t.low, c.axisLow, 1e-9);
+        EXPECT_NEAR(t.high, c.axisHigh, 1e-9);
+        std::vector<double> labels;
+        for (const int i : LabelledTicks(t, c.mm, width, 1.0)) labels.push_back(t.low + i * t.step);
+        EXPECT_EQ(labels, c.labels);
+    }
 }
 
 TEST(LogLayout, ListsFlowDownColumnsThroughTheBoxesInTurn)

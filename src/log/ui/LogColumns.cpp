@@ -35,23 +35,18 @@ void DrawFrame(PagePainter& p, const Box& b, const DepthAxis& axis, double depth
         p.Line(b.left, axis.Y(d), b.Right(), axis.Y(d), GridWidth, Grid);
     if (ticks) {
         const int n = static_cast<int>(std::lround((ticks->high - ticks->low) / ticks->step));
-        // Every k-th tick is labelled, k the fewest that keeps the widest label clear of its neighbours.
-        double widest = 0.0;
-        for (int i = 0; i <= n; ++i)
-            widest = std::max(widest, p.TextWidth(Q(TickText(ticks->low + i * ticks->step, ticks->step)), TickPoints));
-        int k = 1;
-        while (k < n && k * b.width / n < widest + 1.5) ++k;
-        for (int i = 0; i <= n; ++i) {
+        for (int i = 1; i < n; ++i) {
+            const double x = X(b, *ticks, ticks->low + i * ticks->step);
+            p.Line(x, b.top, x, b.Bottom(), GridWidth, Grid);
+        }
+        for (const int i : LabelledTicks(*ticks, b.width, TickLabelWidth(p), TickLabelGap)) {
             const double v = ticks->low + i * ticks->step;
-            const double x = X(b, *ticks, v);
-            if (i > 0 && i < n) p.Line(x, b.top, x, b.Bottom(), GridWidth, Grid);
-            if (i % k != 0) continue;
+            const QString text = Q(TickText(v, ticks->step));
             // The end labels stand inside the column, so that neighbours' labels never meet.
             const int align = i == 0 ? Qt::AlignLeft : i == n ? Qt::AlignRight : Qt::AlignHCenter;
-            const double w = widest + 1.0;
+            const double w = p.TextWidth(text, TickPoints) + 1.0, x = X(b, *ticks, v);
             const double left = i == 0 ? x : i == n ? x - w : x - w / 2;
-            p.Text({left, b.top - TickLabelHeight, w, TickLabelHeight}, Q(TickText(v, ticks->step)), TickPoints,
-                   align | Qt::AlignVCenter);
+            p.Text({left, b.top - TickLabelHeight, w, TickLabelHeight}, text, TickPoints, align | Qt::AlignVCenter);
         }
     }
     p.Frame(b, FrameWidth);

@@ -24,6 +24,13 @@ inline const QColor SleeveGreen{0x00, 0x99, 0x00};
 inline const QColor RatioRed{0xFF, 0x00, 0x00};
 inline const QColor QtColour{0xC0, 0x00, 0x60};
 
+// A tick label's width as the axes draw it, and the least room between two labels.
+inline LabelWidth TickLabelWidth(const PagePainter& p)
+{
+    return [&p](const std::string& text) { return p.TextWidth(QString::fromStdString(text), TickPoints); };
+}
+inline constexpr double TickLabelGap = 1.0;
+
 // The column's frame, its value grid and labels (none without ticks), and the page's depth grid.
 void DrawFrame(PagePainter& p, const Box& b, const DepthAxis& axis, double depthStep, const QString& title,
                const Ticks* ticks, double headerTop);

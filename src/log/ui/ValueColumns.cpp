@@ -62,38 +62,40 @@ std::optional<double> Valid(const SbtnRow& r, double value)
     return r.invalid == Invalid::None ? std::optional<double>(value) : std::nullopt;
 }
 
-// From 0 (or the lowest value, where negative values matter) to the highest, capped.
-Ticks RangeOf(const std::vector<SbtnRow>& rows, const std::vector<Trace>& traces, int maxTicks, bool negative,
-              double cap = 1e300)
+// From 0 (or the lowest value, where negative values matter) to the highest, capped,
+// in ticks whose labels show 0 and both ends.
+Ticks RangeOf(const PagePainter& p, double width, const std::vector<SbtnRow>& rows, const std::vector<Trace>& traces,
+              int maxTicks, bool negative, double cap = 1e300)
 {
     double low = 0.0, high = 0.0;
     for (const SbtnRow& r : rows)
         for (const Trace& t : traces)
             if (const auto v = t.value(r); v && std::isfinite(*v)) low = std::min(low, *v), high = std::max(high, *v);
-    return RoundTicks(negative ? low : 0.0, std::min(high, cap), maxTicks);
+    return AxisTicks(negative ? low : 0.0, std::min(high, cap), maxTicks, width, TickLabelWidth(p), TickLabelGap);
 }
 
-ValueColumn MakeColumn(ColumnKind kind, const LogSounding& s)
+ValueColumn MakeColumn(const PagePainter& p, const Column& column, const LogSounding& s)
 {
     const auto& rows = s.sbt.rows;
     ValueColumn c;
-    switch (kind) {
+    const double width = column.box.width;
+    switch (column.kind) {
     case ColumnKind::Cone:
         c.title = QStringLiteral("qc, qt (MPa)");
         c.traces = {{[](const SbtnRow& r) { return std::optional<double>(r.qc); }, ConeBlue},
                     {[](const SbtnRow& r) { return std::optional<double>(r.qt); }, QtColour, Qt::DashLine}};
-        c.ticks = RangeOf(rows, c.traces, 4, false);
+        c.ticks = RangeOf(p, width, rows, c.traces, 4, false);
         break;
     case ColumnKind::Sleeve:
         c.title = QStringLiteral("fs (kPa)");
         c.traces = {{[](const SbtnRow& r) { return std::optional<double>(1000.0 * r.fs); }, SleeveGreen}};
         // A slightly negative fs is the sleeve's zero drifting: drawn at the axis, not given an axis below 0.
-        c.ticks = RangeOf(rows, c.traces, 3, false);
+        c.ticks = RangeOf(p, width, rows, c.traces, 3, false);
         break;
     case ColumnKind::Ratio:
         c.title = QStringLiteral("Rf (%)");
         c.traces = {{[](const SbtnRow& r) { return r.rf; }, RatioRed}};
-        c.ticks = RangeOf(rows, c.traces, 3, false, RatioCap);
+        c.ticks = RangeOf(p, width, rows, c.traces, 3, false, RatioCap);
         break;
     case ColumnKind::PorePressure:
         c.title = QStringLiteral("u2, u0 (kPa)");
@@ -101,7 +103,7 @@ ValueColumn MakeColumn(ColumnKind kind, const LogSounding& s)
                      ConeBlue},
                     {[](const SbtnRow& r) { return std::optional<double>(r.u0); }, Qt::black, Qt::DashLine}};
         // Below the water table u2 falls under u0 in dilating soil: the axis goes below 0 for it.
-        c.ticks = RangeOf(rows, c.traces, 3, true);
+        c.ticks = RangeOf(p, width, rows, c.traces, 3, true);
         break;
     case ColumnKind::Ic:
         c.title = QStringLiteral("Ic");
@@ -128,7 +130,7 @@ void DrawValueColumn(PagePainter& p, const Column& column, const DepthAxis& axis
                      const LogSounding& s)
 {
     const Box& b = column.box;
-    const ValueColumn c = MakeColumn(column.kind, s);
+    const ValueColumn c = MakeColumn(p, column, s);
     DrawFrame(p, b, axis, depthStep, c.title, &c.ticks, headerTop);
     p.Painter().save();
     p.Painter().setClipRect(p.R(b));
