@@ -68,6 +68,13 @@ FileOutcome WriteResultFile(FileOutcome outcome, const Input& input, const fs::p
     return {ExitOk, TextOutput(summary + RecordLines(input)), {}, outcome.rows, outcome.notes};
 }
 
+std::string FilesWrittenLine(std::size_t written, std::size_t inputs, const std::string& outDir)
+{
+    const std::size_t failed = inputs - written;
+    return std::to_string(written) + " of " + std::to_string(inputs) + " files written to " + outDir +
+           (failed > 0 ? ", " + std::to_string(failed) + " failed\n" : "\n");
+}
+
 int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, const std::string& outDir,
                  ProgressLine& progress)
 {
@@ -83,9 +90,7 @@ int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, co
     };
     RunInParallel(names, work, deliver, [&](std::size_t done, std::size_t total) { progress.Show(done, total); });
     progress.Clear();
-    const std::size_t failed = names.size() - written;
-    WriteOut(std::to_string(written) + " of " + std::to_string(names.size()) + " files written to " + outDir +
-             (failed > 0 ? ", " + std::to_string(failed) + " failed\n" : "\n"));
+    WriteOut(FilesWrittenLine(written, names.size(), outDir));
     return exitCode;
 }
 

@@ -111,12 +111,14 @@ TEST(LogCommand, TitleBlockAndChartStateWhatEachInputGives)
          {"x 91931, y 438294 (EPSG:28992)", "-1.75 m GEF 31000 (NAP)", "Date: 2000-03-06", "Page 1 of 2"}},
         {"BRO delivered location and offset not read", Formats + "/bro-xml/CPT000000003688.xml", {},
          {"x 91931, y 438294 (EPSG:28992)", "-1.75 m NAP", "Sounding: CPT000000003688"}},
-        {"AGS4 LOCA_NATE and LOCA_NATN, or the pushes' area ratios, not read",
+        {"AGS4 LOCA_NATE and LOCA_NATN, or the pushes' area ratios, not read; a long project title cut",
          Formats + "/ags/borssele_WFS1-2A.ags", {},
          {"x 502763.64, y 5732537.58 (national grid)", "Surface level: not stated", "0.5 to 0.75 (file: SCPG_CAR)",
           "end of sounding 64.30 m", "SECTOR, NORTH SEA"}},
-        {"GEF u2 and area ratio not shown", Formats + "/gef/mos_inclination.gef", {},
-         {"u2, u0 (kPa)", "0.8 (file: #MEASUREMENTVAR 3)", "Coordinates: x 79578.38, y 424838.97"}},
+        {"GEF u2 and area ratio not shown; a thickness in feet on a page in metres", Formats + "/gef/mos_inclination.gef",
+         {"--graph-units", "english"},
+         {"u2, u0 (kPa)", "0.8 (file: #MEASUREMENTVAR 3)", "Coordinates: x 79578.38, y 424838.97",
+          "Min. layer thickness: 0.4999 m (1.64 ft)"}},
         {"the options not taken over the file's or the defaults; long fields cut off or run into others",
          longName,
          {"--data-units", "si", "--gwt", "1.5", "--unit-weight", "19", "--min-thickness", "1", "--number", "P-17",
@@ -321,6 +323,8 @@ TEST(LogCommand, AFailedInputLeavesTheOthersWritten)
         for (std::size_t i = 0; i < c.files.size(); ++i) EXPECT_EQ(Pages(c.files[i], scratch), c.pages[i]);
         if (c.exitCode == 3) {
             EXPECT_NE(run.err.find("voids_small.gef"), std::string::npos) << run.err;
+            const std::string summary = "1 of 2 files written to " + scratch.File("logs") + ", 1 failed";
+            EXPECT_TRUE(c.args.back() != scratch.File("logs") || run.out.find(summary) != std::string::npos) << run.out;
         }
     }
     EXPECT_EQ(ReadAll(scratch.File("copy.gef")), copy) << "an input was overwritten";
