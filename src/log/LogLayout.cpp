@@ -102,7 +102,10 @@ namespace {
 
 int Intervals(const Ticks& t) { return static_cast<int>(std::lround((t.high - t.low) / t.step)); }
 
-int ZeroIndex(const Ticks& t) { return t.low <= 0.0 && t.high >= 0.0 ? static_cast<int>(std::lround(-t.low / t.step)) : -1; }
+int ZeroIndex(const Ticks& t)
+{
+    return t.low <= 0.0 && t.high >= 0.0 ? static_cast<int>(std::lround(-t.low / t.step)) : -1;
+}
 
 // Whether the labels of the ticks, in order, stand at least `gap` apart.
 bool Clear(const Ticks& t, const std::vector<int>& ticks, double width, const LabelWidth& labelWidth, double gap)

@@ -1,5 +1,6 @@
 // The log's pages: how many a scale takes, that each takes up the depth where the last
-// ended, the round ticks of its axes, and which layer and zone a reading belongs to.
+// ended, the ticks and labels of its axes, which layer and zone a reading belongs to,
+// and where the sounding has gaps.
 // That every column measures depth on its page's one axis is checked on the drawn
 // pages (tests/cli/ui/LogCommandTest.cpp).
 #include <gtest/gtest.h>
@@ -50,37 +51,12 @@ TEST(LogLayout, PagesAtAScaleFollowOnWithoutGapOrOverlap)
     }
 }
 
-TEST(LogLayout, RoundTicksCoverTheDataInWholeSteps)
-{
-    const struct {
-        const char* fault;
-        double low, high;
-        int most;
-        Ticks expected;
-    } cases[] = {
-        {"a step of 2.5 times a power of ten is allowed", 0, 9.5, 4, {0, 10, 2.5}},
-        {"no step finer than the most ticks allow", 0, 23.7, 4, {0, 30, 10}},
-        {"ends widen to whole steps", 0, 31, 4, {0, 40, 10}},
-        {"small values keep their decimals", 0, 0.37, 4, {0, 0.4, 0.1}},
-        {"a negative low end is widened down", -12, 180, 3, {-100, 200, 100}},
-        {"an empty range is still an axis", 0, 0, 3, {0, 1, 0.5}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.fault);
-        const Ticks t = RoundTicks(c.low, c.high, c.most);
-        EXPECT_NEAR(t.low, c.expected.low, 1e-12);
-        EXPECT_NEAR(t.high, c.expected.high, 1e-12);
-        EXPECT_NEAR(t.step, c.expected.step, 1e-12);
-        EXPECT_LE(std::lround((t.high - t.low) / t.step), c.most);
-    }
-    EXPECT_EQ(TickText(-0.0, 1), "0") << "a label -0";
-}
-
 TEST(LogLayout, AxisLabelsShowZeroAndBothEnds)
 {
     // About 6 point Arial: 1.18 mm a digit, 0.7 mm a minus sign.
     const LabelWidth width = [](const std::string& text) {
-        return std::accumulate(text.begin(), text.end(), 0.0, [](double w, char c) { return w + (c == '-' ? 0.7 : 1.18); });
+        return std::accumulate(text.begin(), text.end(), 0.0,
+                               [](double w, char c) { return w + (c == '-' ? 0.7 : 1.18); });
     };
     const struct {
         const char* fault;
@@ -94,6 +70,7 @@ TEST(LogLayout, AxisLabelsShowZeroAndBothEnds)
         {"u2 from -62 kPa: the negative end widened past what its label needs", -62, 539, 3, 18.7, -500, 750,
          {-500, 0, 750}},
         {"qc to 23.7 MPa: an axis whose labels all fit changed", 0, 23.7, 4, 24.9, 0, 30, {0, 10, 20, 30}},
+        {"a column of zeros left without an axis", 0, 0, 3, 17.6, 0, 1, {0, 0.5, 1}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fault);
@@ -104,27 +81,7 @@ TEST(LogLayout, AxisLabelsShowZeroAndBothEnds)
         for (const int i : LabelledTicks(t, c.mm, width, 1.0)) labels.push_back(t.low + i * t.step);
         EXPECT_EQ(labels, c.labels);
     }
-}
-
-TEST(LogLayout, ListsFlowDownColumnsThroughTheBoxesInTurn)
-{
-    // Beside a chart one column of 10 rows; below it 4 columns of 6.
-    const std::vector<Box> boxes{{100, 50, 50, 30}, {10, 200, 190, 20}};
-    const struct {
-        const char* fault;
-        std::size_t count, placed, entry;
-        Point at;
-    } cases[] = {
-        {"a list longer than the first box lost or drawn past it", 12, 12, 10, {10, 200}},
-        {"a second column in a box too narrow for it", 11, 11, 9, {100, 77}},
-        {"entries past the last box drawn off it", 40, 34, 33, {145, 215}},
-    };
-    for (const auto& c : cases) {
-        const std::vector<Point> at = FlowIntoColumns(boxes, 45, 3, c.count);
-        ASSERT_EQ(at.size(), c.placed) << c.fault;
-        EXPECT_NEAR(at[c.entry].x, c.at.x, 1e-9) << c.fault;
-        EXPECT_NEAR(at[c.entry].y, c.at.y, 1e-9) << c.fault;
-    }
+    EXPECT_EQ(TickText(-0.0, 1), "0") << "a label -0";
 }
 
 TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
@@ -156,9 +113,6 @@ TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
     };
     for (const auto& c : cases) EXPECT_EQ(LayerIndexAt(si, c.depth), c.layer) << c.fault;
     EXPECT_EQ(LayerIndexAt({}, 1.0), -1);
-    LogSounding s;
-    s.sbt = sbt, s.intervals = {{2.1, 2.2}, {2.2, 3.0}};
-    EXPECT_EQ(DeepestOf(s), 2.2) << "the interval grid running on below the last reading must not stretch the axis";
 }
 
 TEST(LogData, GapsAreWherePushesChangeOrTheStepFarExceedsTheUsual)

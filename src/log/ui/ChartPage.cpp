@@ -155,7 +155,8 @@ void DrawChartPage(PagePainter& p, const LogLayout& layout, const LogSounding& s
     p.Painter().restore();
     DrawZoneLines(p, f);
     p.Frame(f.plot, 0.3);
-    QString heading = QStringLiteral("Soil behaviour type chart: %1 valid readings of %2").arg(s.sbt.valid).arg(s.sbt.rows.size());
+    QString heading =
+        QStringLiteral("Soil behaviour type chart: %1 valid readings of %2").arg(s.sbt.valid).arg(s.sbt.rows.size());
     if (beyond > 0) heading += QStringLiteral("; %1 beyond the chart's edges, drawn open on the edge").arg(beyond);
     p.Text({layout.titleBlock.left, layout.headerTop, layout.titleBlock.width, 5}, heading, 9,
            Qt::AlignLeft | Qt::AlignVCenter, true);
