@@ -93,6 +93,13 @@ std::string SummaryLine(const std::string& name, const fs::path& target, const s
     return name + " -> " + formats::TerminalField(target.string()) + " (" + what + ")\n";
 }
 
+std::string FilesWrittenLine(std::size_t written, std::size_t inputs, const std::string& outDir)
+{
+    const std::size_t failed = inputs - written;
+    return std::to_string(written) + " of " + std::to_string(inputs) + " files written to " +
+           formats::TerminalField(outDir) + (failed > 0 ? ", " + std::to_string(failed) + " failed\n" : "\n");
+}
+
 int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, const std::string& outDir,
                  ProgressLine& progress)
 {
@@ -108,10 +115,7 @@ int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, co
     };
     RunInParallel(names, work, deliver, [&](std::size_t done, std::size_t total) { progress.Show(done, total); });
     progress.Clear();
-    const std::size_t failed = names.size() - written;
-    WriteOut(std::to_string(written) + " of " + std::to_string(names.size()) + " files written to " +
-             formats::TerminalField(outDir) +
-             (failed > 0 ? ", " + std::to_string(failed) + " failed\n" : "\n"));
+    WriteOut(FilesWrittenLine(written, names.size(), outDir));
     return exitCode;
 }
 

@@ -36,6 +36,9 @@ std::string SummaryLine(const std::string& name, const std::filesystem::path& ta
 FileOutcome WriteResultFile(FileOutcome outcome, const Input& input, const std::filesystem::path& target,
                             const std::string& what);
 
+// The count that ends a run into a folder: "3 of 5 files written to DIR, 2 failed".
+std::string FilesWrittenLine(std::size_t written, std::size_t inputs, const std::string& outDir);
+
 // Runs work over the inputs on all cores, prints each summary in order, then the count.
 int RunIntoFiles(const std::vector<std::string>& names, const FileWork& work, const std::string& outDir,
                  ProgressLine& progress);

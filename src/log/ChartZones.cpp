@@ -1,5 +1,6 @@
 #include "log/ChartZones.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "sbtn/Sbtn.h"
@@ -55,6 +56,17 @@ bool Parts(const ChartPoint& p)
 }
 
 }  // namespace
+
+ChartPoint OnChart(const ChartPoint& c)
+{
+    return {std::clamp(c.fr, ChartFrLow, ChartFrHigh), std::clamp(c.qtn, ChartQtnLow, ChartQtnHigh)};
+}
+
+bool BeyondChart(const ChartPoint& c)
+{
+    const ChartPoint on = OnChart(c);
+    return on.fr != c.fr || on.qtn != c.qtn;
+}
 
 std::vector<std::vector<ChartPoint>> ZoneBoundaries()
 {

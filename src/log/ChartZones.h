@@ -16,6 +16,11 @@ struct ChartPoint {
 constexpr double ChartFrLow = 0.1, ChartFrHigh = 10.0;
 constexpr double ChartQtnLow = 1.0, ChartQtnHigh = 1000.0;
 
+// A reading's point as the chart shows it: where it lies, or the nearest point of the
+// chart's edge for one beyond it (Fr over 10 %, say), so that no reading goes unseen.
+ChartPoint OnChart(const ChartPoint& c);
+bool BeyondChart(const ChartPoint& c);
+
 // The boundary lines, each a run of points close enough to be joined straight.
 std::vector<std::vector<ChartPoint>> ZoneBoundaries();
 

@@ -4,6 +4,7 @@
 // intervals and the layers, every depth in metres.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,7 @@ struct LogSounding {
     bool hasU2 = false;
     std::vector<LogInterval> intervals;
     std::vector<LogLayer> layers;
+    std::vector<std::size_t> gaps;  // GapsOf the readings: rows after which none was made for a while
 };
 
 // The layers of a classified sounding in metres, each with its dominant zone.
@@ -54,7 +56,19 @@ std::vector<LogLayer> LogLayers(const std::vector<profile::SoilLayer>& layers, d
 // the last; -1 without layers.
 int LayerIndexAt(const std::vector<LogLayer>& layers, double depth);
 
-// The deepest depth the log must show: the deepest reading or interval bottom.
+// The readings that follow a gap, in order: reading i where there is none between it
+// and reading i - 1 over a depth that the sounding would otherwise have covered. That
+// is where a new push starts (where the import records each reading's push), or where
+// the step between the two is more than 5 times the median step and more than 0.1 m,
+// which finds the pushes of a plain file and a run of dropped readings, but not a
+// slightly slower stretch of one push. A trace or the zone band is broken there rather
+// than drawn straight across depths without readings.
+std::vector<std::size_t> GapsOf(const std::vector<double>& depths, const std::vector<int>& pushOfEach);
+bool GapBefore(const LogSounding& s, std::size_t reading);
+
+// Where the sounding ends: its deepest reading. The interval grid may run on below it
+// (its last intervals repeat the last reading), so the log's axis is sized from the
+// readings alone and the intervals and layers are drawn down to here.
 double DeepestOf(const LogSounding& s);
 
 }  // namespace pemlo::log

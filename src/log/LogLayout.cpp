@@ -70,6 +70,20 @@ LogLayout MakeLayout(Paper paper, bool withPorePressure, double deepest, int sca
     return layout;
 }
 
+std::vector<Point> FlowIntoColumns(const std::vector<Box>& boxes, double columnWidth, double rowHeight,
+                                   std::size_t count)
+{
+    std::vector<Point> at;
+    for (const Box& b : boxes) {
+        const auto columns = static_cast<int>(std::floor(b.width / columnWidth + 1e-9));
+        const auto rows = static_cast<int>(std::floor(b.height / rowHeight + 1e-9));
+        for (int c = 0; c < columns; ++c)
+            for (int r = 0; r < rows && at.size() < count; ++r)
+                at.push_back({b.left + c * columnWidth, b.top + r * rowHeight});
+    }
+    return at;
+}
+
 Ticks RoundTicks(double low, double high, int maxTicks)
 {
     if (!(high > low)) high = low + 1.0;
@@ -82,6 +96,60 @@ Ticks RoundTicks(double low, double high, int maxTicks)
             break;
         }
     return {std::floor(low / step + 1e-9) * step, std::ceil(high / step - 1e-9) * step, step};
+}
+
+namespace {
+
+int Intervals(const Ticks& t) { return static_cast<int>(std::lround((t.high - t.low) / t.step)); }
+
+int ZeroIndex(const Ticks& t)
+{
+    return t.low <= 0.0 && t.high >= 0.0 ? static_cast<int>(std::lround(-t.low / t.step)) : -1;
+}
+
+// Whether the labels of the ticks, in order, stand at least `gap` apart.
+bool Clear(const Ticks& t, const std::vector<int>& ticks, double width, const LabelWidth& labelWidth, double gap)
+{
+    const int n = Intervals(t);
+    double right = -1e300;
+    for (const int i : ticks) {
+        const double w = labelWidth(TickText(t.low + i * t.step, t.step)), x = i * width / n;
+        const double left = i == 0 ? 0.0 : i == n ? width - w : x - w / 2;
+        if (left < right + gap) return false;
+        right = left + w;
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<int> LabelledTicks(const Ticks& t, double width, const LabelWidth& labelWidth, double gap)
+{
+    const int n = Intervals(t), origin = std::max(ZeroIndex(t), 0);
+    for (int k = 1; k <= n; ++k) {
+        std::vector<int> labelled;
+        for (int i = 0; i <= n; ++i)
+            if (i == 0 || i == n || (i - origin) % k == 0) labelled.push_back(i);
+        if (Clear(t, labelled, width, labelWidth, gap)) return labelled;
+    }
+    return {0, n};
+}
+
+Ticks AxisTicks(double low, double high, int maxTicks, double width, const LabelWidth& labelWidth, double gap)
+{
+    Ticks best;
+    double bestFill = -1.0;
+    for (int m = maxTicks; m >= 1; --m) {
+        Ticks t = RoundTicks(low, high, m);
+        for (int widened = 0; widened < 10 && t.low < 0.0 && t.high > 0.0 &&
+                              !Clear(t, {0, ZeroIndex(t)}, width, labelWidth, gap);
+             ++widened)
+            t.low -= t.step;
+        // A single step would leave the column without a grid line to read by.
+        const double fill = Intervals(t) < 2 ? 0.0 : (high - low) / (t.high - t.low);
+        if (fill > bestFill * (1 + 1e-9)) best = t, bestFill = fill;
+    }
+    return best;
 }
 
 double DepthStep(const DepthAxis& axis, double minSpacing)

@@ -3,6 +3,7 @@
 // with the one DepthAxis of that page: a depth stands on the same line in all of them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,17 @@ struct LogLayout {
     std::vector<DepthAxis> pages;  // one per log page, in order
 };
 
+struct Point {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+// Where the entries of a list go when it flows down columns `columnWidth` wide, one
+// entry `rowHeight` high, through the boxes in turn: the top left of each entry that
+// fits, in order; fewer than `count` where they do not all fit.
+std::vector<Point> FlowIntoColumns(const std::vector<Box>& boxes, double columnWidth, double rowHeight,
+                                   std::size_t count);
+
 // The page, in millimetres.
 Box PageOf(Paper paper);
 
@@ -64,6 +76,20 @@ struct Ticks {
     double step = 1.0;
 };
 Ticks RoundTicks(double low, double high, int maxTicks);
+
+// The width of a tick's label in mm, as the page draws it.
+using LabelWidth = std::function<double(const std::string& text)>;
+
+// Which ticks of an axis `width` mm wide carry a label (indices from the low end): both
+// ends and 0 where the axis holds it, and every k-th tick counted from 0 (from the low
+// end where the axis does not reach 0), k the smallest at which no two labels come
+// nearer than `gap` mm. The end labels stand inside the axis, the others centred.
+std::vector<int> LabelledTicks(const Ticks& t, double width, const LabelWidth& labelWidth, double gap);
+
+// The ticks of a value axis: RoundTicks at maxTicks or fewer, whichever the values fill
+// the most of in two steps or more. A negative low end too near 0 for both labels is widened a step at a
+// time until they stand apart, so that LabelledTicks labels 0 and both ends.
+Ticks AxisTicks(double low, double high, int maxTicks, double width, const LabelWidth& labelWidth, double gap);
 
 // The depth ticks of a page: a round step at least minSpacing mm apart.
 double DepthStep(const DepthAxis& axis, double minSpacing);

@@ -1,10 +1,12 @@
 // The log's pages: how many a scale takes, that each takes up the depth where the last
-// ended, the round ticks of its axes, and which layer and zone a reading belongs to.
+// ended, the ticks and labels of its axes, which layer and zone a reading belongs to,
+// and where the sounding has gaps.
 // That every column measures depth on its page's one axis is checked on the drawn
 // pages (tests/cli/ui/LogCommandTest.cpp).
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numeric>
 
 #include "log/LogData.h"
 #include "log/LogLayout.h"
@@ -49,28 +51,35 @@ TEST(LogLayout, PagesAtAScaleFollowOnWithoutGapOrOverlap)
     }
 }
 
-TEST(LogLayout, RoundTicksCoverTheDataInWholeSteps)
+TEST(LogLayout, AxisLabelsShowZeroAndBothEnds)
 {
+    // About 6 point Arial: 1.18 mm a digit, 0.7 mm a minus sign.
+    const LabelWidth width = [](const std::string& text) {
+        return std::accumulate(text.begin(), text.end(), 0.0,
+                               [](double w, char c) { return w + (c == '-' ? 0.7 : 1.18); });
+    };
     const struct {
         const char* fault;
         double low, high;
         int most;
-        Ticks expected;
+        double mm, axisLow, axisHigh;
+        std::vector<double> labels;
     } cases[] = {
-        {"a step of 2.5 times a power of ten is allowed", 0, 9.5, 4, {0, 10, 2.5}},
-        {"no step finer than the most ticks allow", 0, 23.7, 4, {0, 30, 10}},
-        {"ends widen to whole steps", 0, 31, 4, {0, 40, 10}},
-        {"small values keep their decimals", 0, 0.37, 4, {0, 0.4, 0.1}},
-        {"a negative low end is widened down", -12, 180, 3, {-100, 200, 100}},
-        {"an empty range is still an axis", 0, 0, 3, {0, 1, 0.5}},
+        {"fs to 2509 kPa: the axis end 3000 unlabelled", 0, 2509, 3, 17.6, 0, 3000, {0, 3000}},
+        {"u2 from -291 kPa: 0 unlabelled beside -1000", -291, 2072, 3, 18.7, -2000, 3000, {-2000, 0, 3000}},
+        {"u2 from -62 kPa: the negative end widened past what its label needs", -62, 539, 3, 18.7, -500, 750,
+         {-500, 0, 750}},
+        {"qc to 23.7 MPa: an axis whose labels all fit changed", 0, 23.7, 4, 24.9, 0, 30, {0, 10, 20, 30}},
+        {"a column of zeros left without an axis", 0, 0, 3, 17.6, 0, 1, {0, 0.5, 1}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fault);
-        const Ticks t = RoundTicks(c.low, c.high, c.most);
-        EXPECT_NEAR(t.low, c.expected.low, 1e-12);
-        EXPECT_NEAR(t.high, c.expected.high, 1e-12);
-        EXPECT_NEAR(t.step, c.expected.step, 1e-12);
-        EXPECT_LE(std::lround((t.high - t.low) / t.step), c.most);
+        const Ticks t = AxisTicks(c.low, c.high, c.most, c.mm, width, 1.0);
+        EXPECT_NEAR(t.low, c.axisLow, 1e-9);
+        EXPECT_NEAR(t.high, c.axisHigh, 1e-9);
+        std::vector<double> labels;
+        for (const int i : LabelledTicks(t, c.mm, width, 1.0)) labels.push_back(t.low + i * t.step);
+        EXPECT_EQ(labels, c.labels);
     }
     EXPECT_EQ(TickText(-0.0, 1), "0") << "a label -0";
 }
@@ -104,6 +113,23 @@ TEST(LogData, ReadingsBelongToLayersByTheRuleOfLayers)
     };
     for (const auto& c : cases) EXPECT_EQ(LayerIndexAt(si, c.depth), c.layer) << c.fault;
     EXPECT_EQ(LayerIndexAt({}, 1.0), -1);
+}
+
+TEST(LogData, GapsAreWherePushesChangeOrTheStepFarExceedsTheUsual)
+{
+    const struct {
+        const char* fault;
+        std::vector<double> depths;
+        std::vector<int> pushes;
+        std::vector<std::size_t> gaps;
+    } cases[] = {
+        {"a step between pushes drawn across", {1.0, 1.02, 1.04, 2.36, 2.38, 2.4}, {}, {3}},
+        {"a step under 0.1 m taken for a gap", {0, 0.01, 0.02, 0.1, 0.11, 0.12}, {}, {}},
+        {"a fixed threshold: 0.5 m is no gap where readings are 0.2 m apart", {0, 0.2, 0.4, 0.9, 1.1, 1.3}, {}, {}},
+        {"a new push at the usual step not broken", {1.0, 1.02, 1.04, 1.06}, {0, 0, 1, 1}, {2}},
+        {"pushes that are not one per reading trusted", {1.0, 1.02, 1.04, 1.06}, {0, 1}, {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(GapsOf(c.depths, c.pushes), c.gaps) << c.fault;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHashSeed>
 #include <QtGlobal>
+#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -19,6 +20,7 @@
 #include "cli/StandardStreams.h"
 #include "cli/YardstickOptions.h"
 #include "formats/ImportRecord.h"
+#include "formats/SafeText.h"
 #include "log/ui/LogDocument.h"
 #include "log/PdfStamp.h"
 #include "profile/SoilLayers.h"
@@ -57,8 +59,16 @@ std::string AreaRatioText(const sbtn::SbtnResult& r, const std::string& where)
     return Sourced(low == high ? Text(low) : Text(low) + " to " + Text(high), r.areaRatioSource, where);
 }
 
+// The page measures depth in metres whatever the graph units: a thickness the options
+// give in feet is printed in metres, to the tenth of a millimetre, and as given.
+std::string ThicknessText(double thickness, Integer graphUnits)
+{
+    if (graphUnits == GraphSI) return Text(thickness) + " m";
+    return Text(std::round(thickness * 0.3048 * 1e4) / 1e4) + " m (" + Text(thickness) + " ft)";
+}
+
 std::vector<log::TitleField> TitleFields(const LogState& state, const Input& input, const sbtn::SbtnReadings& g,
-                                         const sbtn::SbtnResult& r, double minThickness, const char* thicknessUnit)
+                                         const sbtn::SbtnResult& r, const std::string& minThickness)
 {
     const formats::ProjectInfo project = ProjectOf(input, state.project);
     const formats::SiteLocation site = input.sounding ? input.sounding->site : formats::SiteLocation{};
@@ -80,7 +90,7 @@ std::vector<log::TitleField> TitleFields(const LogState& state, const Input& inp
         {"Area ratio", AreaRatioText(r, g.areaRatioSource)},
         {"Unit weight", r.unitWeight ? Text(*r.unitWeight) + " kN/m3 (option)"
                                      : std::string("from qt and Rf (Robertson & Cabal 2010)")},
-        {"Min. layer thickness", Text(minThickness) + " " + thicknessUnit},
+        {"Min. layer thickness", minThickness},
         {"Soil behaviour type", "Robertson 2009; water " + Text(r.waterUnitWeight) + " kN/m3"},
         {"Program", "pemlo-cli " PEMLO_VERSION},
     };
@@ -114,10 +124,12 @@ FileOutcome GatherLog(const LogState& state, const Input& input, std::shared_ptr
         s->intervals.push_back({(i.depth - t / 2) * metres, (i.depth + t / 2) * metres, i.sand, i.silt, i.clay});
     const double minThickness = MinThicknessOf(state.minThickness, d.GraphUnits);
     s->layers = log::LogLayers(profile::GroupIntoLayers(intervals, d.IntervalSize, minThickness), metres, s->sbt);
-    s->fields = TitleFields(state, input, *y.readings, s->sbt, minThickness, d.GraphUnits == GraphSI ? "m" : "ft");
+    s->fields = TitleFields(state, input, *y.readings, s->sbt, ThicknessText(minThickness, d.GraphUnits));
     s->name = input.name;
     s->heading = input.sounding ? input.sounding->id : fs::path(input.path).stem().string();
-    for (const sbtn::SbtnRow& r : s->sbt.rows) s->hasU2 = s->hasU2 || r.u2.has_value();
+    std::vector<double> depths;
+    for (const sbtn::SbtnRow& r : s->sbt.rows) s->hasU2 = s->hasU2 || r.u2.has_value(), depths.push_back(r.depth);
+    s->gaps = log::GapsOf(depths, input.sounding ? input.sounding->readingPush : std::vector<int>{});
     out = std::move(s);
     return outcome;
 }
@@ -199,8 +211,7 @@ int RunLog(const LogState& state, const log::LogOptions& options)
     RunInParallel(names, work, deliver, [&](std::size_t done, std::size_t total) { progress.Show(done, total); });
     progress.Clear();
     if (intoDir) {
-        WriteOut(std::to_string(written) + " of " + std::to_string(inputs.size()) + " files written to " +
-                 state.outDir + "\n");
+        WriteOut(FilesWrittenLine(written, inputs.size(), state.outDir));
         return exitCode;
     }
     std::vector<const log::LogSounding*> drawn;
@@ -211,11 +222,11 @@ int RunLog(const LogState& state, const log::LogOptions& options)
     const std::string bytes = log::DrawLogs(drawn, options);
     const std::string error = bytes.empty() ? "the pages could not be drawn" : WritePdf(state.pdf, bytes, paths);
     if (!error.empty()) {
-        WriteErr("pemlo-cli: " + state.pdf + ": " + error + "\n");
+        WriteErr("pemlo-cli: " + formats::TerminalField(state.pdf) + ": " + error + "\n");
         return exitCode == ExitOk ? ExitWriteFailed : exitCode;
     }
-    WriteOut(std::to_string(drawn.size()) + " of " + std::to_string(inputs.size()) + " soundings -> " + state.pdf +
-             " (" + std::to_string(pages) + " pages)\n");
+    WriteOut(std::to_string(drawn.size()) + " of " + std::to_string(inputs.size()) + " soundings -> " +
+             formats::TerminalField(state.pdf) + " (" + std::to_string(pages) + " pages)\n");
     return exitCode;
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double DecadeWidth = 55.0;  // mm per tenfold, on both axes
 constexpr double AxisRoom = 16.0;     // left of the chart: Qtn labels and title
-constexpr double DotDiameter = 0.9;
+constexpr double DotDiameter = 1.1;
 
 struct ChartFrame {
     Box plot;
@@ -81,34 +81,53 @@ void DrawZoneLines(PagePainter& p, const ChartFrame& f)
     }
 }
 
-void DrawReadings(PagePainter& p, const ChartFrame& f, const LogSounding& s)
+// Every valid reading in its layer's marker; one beyond the chart on its edge, open.
+// Returns how many lie beyond.
+int DrawReadings(PagePainter& p, const ChartFrame& f, const LogSounding& s)
 {
-    p.Painter().save();
-    p.Painter().setClipRect(p.R(f.plot));
-    p.Painter().setPen(Qt::NoPen);
+    int beyond = 0;
     for (const sbtn::SbtnRow& r : s.sbt.rows) {
         if (r.invalid != sbtn::Invalid::None) continue;
         const int layer = LayerIndexAt(s.layers, r.depth);
-        p.Painter().setBrush(LayerColour(layer < 0 ? 0 : s.layers[static_cast<std::size_t>(layer)].number));
-        const QPointF c = f.At(p, {r.values.fr, r.values.qtn});
-        p.Painter().drawEllipse(c, p.U(DotDiameter / 2), p.U(DotDiameter / 2));
+        const ChartPoint c{r.values.fr, r.values.qtn};
+        const ChartPoint on = OnChart(c);
+        beyond += BeyondChart(c) ? 1 : 0;
+        DrawLayerMarker(p, f.X(on.fr), f.Y(on.qtn), DotDiameter,
+                        layer < 0 ? 0 : s.layers[static_cast<std::size_t>(layer)].number, BeyondChart(c));
     }
-    p.Painter().restore();
+    return beyond;
 }
 
-void DrawLayerLegend(PagePainter& p, const Box& box, const LogSounding& s)
+// The layers' list: the largest type size from 7 to 6 points at which it fits beside
+// the chart and, flowing on in columns, below it; where even 6 points is too large,
+// the last line says how many more the log pages list.
+void DrawLayerLegend(PagePainter& p, const Box& beside, const Box& below, const LogSounding& s)
 {
-    p.Text({box.left, box.top, box.width, 5}, QStringLiteral("Layers"), 8, Qt::AlignLeft | Qt::AlignVCenter, true);
-    const double row = std::min(4.2, (box.height - 6) / std::max<std::size_t>(1, s.layers.size()));
-    const double points = std::min(7.0, row * 1.6);
-    for (std::size_t i = 0; i < s.layers.size(); ++i) {
+    constexpr double MarkerRoom = 3.5, ColumnGap = 3.0, HeadingHeight = 5.0;
+    p.Text({beside.left, beside.top, beside.width, HeadingHeight}, QStringLiteral("Layers"), 8,
+           Qt::AlignLeft | Qt::AlignVCenter, true);
+    const std::vector<Box> boxes{{beside.left, beside.top + HeadingHeight, beside.width, beside.height - HeadingHeight},
+                                 {below.left, below.top + HeadingHeight, below.width, below.height - HeadingHeight}};
+    double points = 7.0, row = 0.0;
+    std::vector<Point> at;
+    for (; points >= 6.0; points -= 0.5) {
+        double widest = 0.0;
+        for (const LogLayer& l : s.layers) widest = std::max(widest, p.TextWidth(LayerLabel(l), points));
+        row = points * 0.45;
+        at = FlowIntoColumns(boxes, widest + MarkerRoom + ColumnGap, row, s.layers.size());
+        if (at.size() == s.layers.size() || points == 6.0) break;
+    }
+    if (!at.empty() && at.back().y >= boxes[1].top)
+        p.Text({below.left, below.top, below.width, HeadingHeight}, QStringLiteral("Layers, continued"), 8,
+               Qt::AlignLeft | Qt::AlignVCenter, true);
+    for (std::size_t i = 0; i < at.size(); ++i) {
         const LogLayer& l = s.layers[i];
-        const double y = box.top + 6 + static_cast<double>(i) * row;
-        p.Painter().setPen(Qt::NoPen);
-        p.Painter().setBrush(LayerColour(l.number));
-        p.Painter().drawEllipse(p.P(box.left + 1.5, y + row / 2), p.U(1.1), p.U(1.1));
-        p.Text({box.left + 4, y, box.width - 4, row},
-               LayerLabel(l), points, Qt::AlignLeft | Qt::AlignVCenter);
+        const bool last = i + 1 == at.size() && at.size() < s.layers.size();
+        if (!last) DrawLayerMarker(p, at[i].x + 1.2, at[i].y + row / 2, 1.8, l.number, false);
+        const QString text = last ? QStringLiteral("\u2026 and %1 more: see the log pages").arg(s.layers.size() - i)
+                                  : LayerLabel(l);
+        p.Text({at[i].x + MarkerRoom, at[i].y, boxes[1].Right() - at[i].x - MarkerRoom, row}, text, points,
+               Qt::AlignLeft | Qt::AlignVCenter);
     }
 }
 
@@ -129,17 +148,24 @@ void DrawChartPage(PagePainter& p, const LogLayout& layout, const LogSounding& s
     const double width = 2 * DecadeWidth, height = 3 * DecadeWidth;
     const double top = layout.headerTop + 6;
     const ChartFrame f{{layout.titleBlock.left + AxisRoom, top, width, height}};
-    p.Text({layout.titleBlock.left, layout.headerTop, layout.titleBlock.width, 5},
-           QStringLiteral("Soil behaviour type chart: %1 valid readings of %2").arg(s.sbt.valid).arg(s.sbt.rows.size()),
-           9, Qt::AlignLeft | Qt::AlignVCenter, true);
     DrawAxes(p, f);
-    DrawReadings(p, f, s);
+    p.Painter().save();
+    p.Painter().setClipRect(p.R({f.plot.left - 1, f.plot.top - 1, f.plot.width + 2, f.plot.height + 2}));
+    const int beyond = DrawReadings(p, f, s);
+    p.Painter().restore();
     DrawZoneLines(p, f);
     p.Frame(f.plot, 0.3);
+    QString heading =
+        QStringLiteral("Soil behaviour type chart: %1 valid readings of %2").arg(s.sbt.valid).arg(s.sbt.rows.size());
+    if (beyond > 0) heading += QStringLiteral("; %1 beyond the chart's edges, drawn open on the edge").arg(beyond);
+    p.Text({layout.titleBlock.left, layout.headerTop, layout.titleBlock.width, 5}, heading, 9,
+           Qt::AlignLeft | Qt::AlignVCenter, true);
     const double side = f.plot.Right() + 6;
     const Box names{side, top, layout.titleBlock.Right() - side, 42};
     DrawZoneNames(p, names);
-    DrawLayerLegend(p, {side, names.Bottom() + 4, names.width, top + height - names.Bottom() - 4}, s);
+    const double belowTop = f.plot.Bottom() + 13;
+    DrawLayerLegend(p, {side, names.Bottom() + 4, names.width, top + height - names.Bottom() - 4},
+                    {layout.titleBlock.left, belowTop, layout.titleBlock.width, layout.legend.Bottom() - belowTop}, s);
 }
 
 }  // namespace pemlo::log

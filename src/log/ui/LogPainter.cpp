@@ -2,6 +2,8 @@
 
 #include <QFontMetricsF>
 #include <QPen>
+#include <QPolygonF>
+#include <algorithm>
 #include <cmath>
 
 #include "profile/SoilLayers.h"
@@ -35,6 +37,16 @@ double PagePainter::TextWidth(const QString& text, double points, bool bold) con
 {
     // Measured on the writer's own resolution, as it will be drawn.
     return QFontMetricsF(LogFont(points, bold), painter_.device()).horizontalAdvance(text) / unit_;
+}
+
+double PagePainter::LineSpacing(double points, bool bold) const
+{
+    return QFontMetricsF(LogFont(points, bold), painter_.device()).lineSpacing() / unit_;
+}
+
+QString PagePainter::Elided(const QString& text, double points, bool bold, double width) const
+{
+    return QFontMetricsF(LogFont(points, bold), painter_.device()).elidedText(text, Qt::ElideRight, U(width));
 }
 
 QFont LogFont(double points, bool bold)
@@ -78,6 +90,52 @@ QColor LayerColour(int number)
         QColor(0xBC, 0xBD, 0x22), QColor(0x44, 0x44, 0x44),
     };
     return Colours[(number - 1 + 1000) % 10];
+}
+
+namespace {
+
+constexpr int Shapes = 8;
+
+// A shape about the origin, reaching 1 at its farthest; empty for the circle.
+QPolygonF Shape(int index)
+{
+    const auto star = [](int points, double inner, double turn) {
+        QPolygonF polygon;
+        for (int i = 0; i < 2 * points; ++i) {
+            const double a = turn + i * M_PI / points, r = i % 2 == 0 ? 1.0 : inner;
+            polygon << QPointF(r * std::cos(a), r * std::sin(a));
+        }
+        return polygon;
+    };
+    const double up = -M_PI / 2;
+    switch (index % Shapes) {
+    case 1: return star(2, 1.0, M_PI / 4);     // square
+    case 2: return star(3, 0.5, up);           // triangle, point up
+    case 3: return star(2, 1.0, 0.0);          // diamond
+    case 4: return star(3, 0.5, -up);          // triangle, point down
+    case 5: return star(4, 0.42, 0.0);         // four-pointed star
+    case 6: return star(4, 0.42, M_PI / 4);    // the same, turned
+    case 7: return star(5, 0.45, up);          // five-pointed star
+    default: return {};                        // circle
+    }
+}
+
+}  // namespace
+
+void DrawLayerMarker(PagePainter& p, double x, double y, double size, int number, bool open)
+{
+    QPainter& painter = p.Painter();
+    const QColor colour = LayerColour(number);
+    painter.setPen(open ? QPen(colour, p.U(0.15)) : QPen(Qt::NoPen));
+    painter.setBrush(open ? QBrush(Qt::NoBrush) : QBrush(colour));
+    const double r = p.U(size / 2);
+    QPolygonF shape = Shape((std::max(number, 1) - 1) / 10);
+    if (shape.isEmpty()) {
+        painter.drawEllipse(p.P(x, y), r, r);
+        return;
+    }
+    for (QPointF& corner : shape) corner = p.P(x, y) + corner * r;
+    painter.drawPolygon(shape);
 }
 
 QColor SoilColour(int soil)

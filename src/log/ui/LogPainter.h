@@ -32,6 +32,10 @@ public:
               const QColor& colour = Qt::black);
     // The width of a text in millimetres.
     double TextWidth(const QString& text, double points, bool bold = false) const;
+    // The distance from one line of text to the next, in millimetres.
+    double LineSpacing(double points, bool bold = false) const;
+    // The text cut short with an ellipsis to fit the width (mm); as it is where it fits.
+    QString Elided(const QString& text, double points, bool bold, double width) const;
 
 private:
     QPainter& painter_;
@@ -47,8 +51,13 @@ QColor FromRef(ColorRef c);
 // The colours of the nine soil behaviour type zones (index 0 is zone 1); sand, silt
 // and clay mixtures take the results view's soil colours.
 QColor ZoneColour(int zone);
-// A colour per layer on the chart page, so that neighbours stand apart.
+// A colour per layer on the chart page, so that neighbours stand apart; ten in turn.
 QColor LayerColour(int number);
+// A layer's marker on the chart page, centred on (x, y) and `size` across, in mm: its
+// colour, and a shape for each round of the ten colours (circle, square, triangle,
+// diamond, ...), so that no two of the first 80 layers look alike; open for a reading
+// drawn on the chart's edge because it lies beyond it.
+void DrawLayerMarker(PagePainter& p, double x, double y, double size, int number, bool open);
 QColor SoilColour(int soil);  // profile::Soil as int
 
 }  // namespace pemlo::log
