@@ -22,8 +22,9 @@ std::vector<LogLayer> LogLayers(const std::vector<profile::SoilLayer>& layers, d
 int LayerIndexAt(const std::vector<LogLayer>& layers, double depth)
 {
     if (layers.empty()) return -1;
-    for (std::size_t i = 0; i < layers.size(); ++i)
-        if (depth <= layers[i].bottom) return static_cast<int>(i);
+    // As sbtn::SbtnOfLayers takes them: a layer's bottom is the next one's top.
+    for (std::size_t i = 0; i + 1 < layers.size(); ++i)
+        if (depth <= layers[i + 1].top) return static_cast<int>(i);
     return static_cast<int>(layers.size()) - 1;
 }
 

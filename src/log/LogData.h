@@ -52,8 +52,9 @@ std::vector<LogLayer> LogLayers(const std::vector<profile::SoilLayer>& layers, d
                                 const sbtn::SbtnResult& sbt);
 
 // The index of the layer a depth belongs to, by the rule of layers (top < z <= bottom,
-// the first layer taking its top as well); above the first the first, below the last
-// the last; -1 without layers.
+// the first layer taking its top as well, a layer's bottom taken as the next one's top:
+// sbtn::SbtnOfLayers); above the first the first, below the last the last; -1 without
+// layers.
 int LayerIndexAt(const std::vector<LogLayer>& layers, double depth);
 
 // The readings that follow a gap, in order: reading i where there is none between it

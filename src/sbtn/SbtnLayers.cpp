@@ -32,16 +32,16 @@ LayerSbtn Summarise(const std::vector<const SbtnRow*>& rows)
 std::vector<LayerSbtn> SbtnOfLayers(const SbtnResult& result, const std::vector<std::pair<double, double>>& layers,
                                     double depthScale)
 {
-    std::vector<LayerSbtn> out;
-    for (std::size_t k = 0; k < layers.size(); ++k) {
-        const auto [top, bottom] = layers[k];
-        std::vector<const SbtnRow*> in;
-        for (const SbtnRow& row : result.rows) {
-            const double z = row.depth * depthScale;
-            if ((z > top || (k == 0 && z == top)) && z <= bottom) in.push_back(&row);
-        }
-        out.push_back(Summarise(in));
+    std::vector<std::vector<const SbtnRow*>> in(layers.size());
+    std::size_t k = 0;
+    for (const SbtnRow& row : result.rows) {  // depths never decrease: the layer only moves down
+        const double z = row.depth * depthScale;
+        while (k < layers.size() && z > (k + 1 < layers.size() ? layers[k + 1].first : layers[k].second)) ++k;
+        if (k == layers.size()) break;
+        in[k].push_back(&row);
     }
+    std::vector<LayerSbtn> out;
+    for (const auto& rows : in) out.push_back(Summarise(rows));
     return out;
 }
 

@@ -19,9 +19,14 @@ struct LayerSbtn {
 };
 
 // One LayerSbtn per layer (top, bottom), the layers from the top down. A reading lies
-// in a layer when top < z <= bottom, the first layer taking its top as well; z is the
-// reading's depth in metres times depthScale, which takes it to the layers' units
-// (1 for metres).
+// in a layer when top < z <= bottom, the first layer taking its top as well, where a
+// layer's bottom is taken as the next one's top. The two are worked out from
+// single-precision interval depths and may part by some 1e-8 m, which would put a
+// reading in two layers or in none; taken so, the layers share their bounds as
+// SCPP_TOP and SCPP_BASE write them. The first layer takes what lies above its top
+// too (the grid begins at the first reading, so only rounding puts one there). z is
+// the reading's depth in metres times depthScale, which takes it to the layers' units
+// (1 for metres); the readings' depths never decrease.
 std::vector<LayerSbtn> SbtnOfLayers(const SbtnResult& result, const std::vector<std::pair<double, double>>& layers,
                                     double depthScale);
 

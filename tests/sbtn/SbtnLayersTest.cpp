@@ -32,6 +32,12 @@ TEST(SbtnOfLayers, TakesTheReadingsWithinEachLayerAndTheZoneMostFallIn)
         EXPECT_NEAR(layers[k].share, c.share, 1e-12) << c.fault;
         EXPECT_NEAR(layers[k].ic.value_or(0), c.ic, 1e-12) << c.fault;
     }
+    // Bounds worked out in single precision part by a hair: a reading goes to one layer,
+    // never to two or none, and the first layer's top is no bound at all.
+    const double hair = 2e-8;
+    const auto parted = SbtnOfLayers(result, {{1 + hair, 2 + hair}, {2, 3 - hair}, {3 + hair, 5}}, 1.0);
+    EXPECT_EQ(parted[0].valid + parted[1].valid + parted[2].valid, 6) << "a reading counted twice or lost";
+    EXPECT_EQ(std::pair(parted[0].valid, parted[1].valid), std::pair(3, 2)) << "the first layer's top or a next top";
     // A reading at 1 m lies at 3.28 ft.
     EXPECT_EQ(SbtnOfLayers(result, {{3.2, 3.3}}, 3.28084)[0].valid, 1) << "does not take the depths to the layers' units";
 }
