@@ -43,10 +43,11 @@ void DrawValue(PagePainter& p, const Box& cell, const QString& value)
         if (p.TextWidth(value, points, true) <= cell.width) return p.Text(cell, value, points, flags, true);
     double points = 7.0;
     while (points > 5.5 && 2 * p.LineSpacing(points, true) > cell.height) points -= 0.5;
+    // The lines are split at the size they are drawn at.
     QString lines = InTwoLines(p, value, points, cell.width);
-    for (; points > 5.5; points -= 0.5) {
+    while (points > 5.5 && p.TextWidth(lines.section(QLatin1Char('\n'), 1), points, true) > cell.width) {
+        points -= 0.5;
         lines = InTwoLines(p, value, points, cell.width);
-        if (p.TextWidth(lines.section(QLatin1Char('\n'), 1), points, true) <= cell.width) break;
     }
     const QString first = lines.section(QLatin1Char('\n'), 0, 0);
     const QString second = p.Elided(lines.section(QLatin1Char('\n'), 1), points, true, cell.width);
